@@ -1,0 +1,7 @@
+# Builds everything with the sanitizers that VERDOLIN_SANITIZERS lists; any finding ends the program.
+if(VERDOLIN_SANITIZERS)
+  list(JOIN VERDOLIN_SANITIZERS "," verdolin_sanitizer_list)
+  add_compile_options(-fsanitize=${verdolin_sanitizer_list} -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer -O1)
+  add_link_options(-fsanitize=${verdolin_sanitizer_list})
+endif()
