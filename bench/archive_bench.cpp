@@ -14,6 +14,7 @@
 #include "jet/recordset.h"
 #include "platform/platform.h"
 #include "realistic_entries.h"
+#include "scratch_folder.h"
 #include "sqlite_records.h"
 #include "stopwatch.h"
 
@@ -32,22 +33,6 @@ class CountingProgress final : public archive::SaveProgress {
 
   private:
     std::int64_t last_ = 0;
-};
-
-class ScratchFolder {
-  public:
-    explicit ScratchFolder(const fs::path& parent) {
-        std::string pattern = (parent / "verdolin-bench-XXXXXX").string();
-        path_ = mkdtemp(pattern.data());
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() { fs::remove_all(path_); }
-    std::string file(const char* name) const { return (path_ / name).string(); }
-    std::string folder() const { return path_.string() + "/"; }
-
-  private:
-    fs::path path_;
 };
 
 void report(const char* what, double ours, double theirs, const char* against) {
@@ -87,7 +72,7 @@ int main(int argc, char** argv) {
     const std::size_t count = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000;
     const fs::path parent = argc > 2 ? fs::path(argv[2]) : fs::temp_directory_path();
     const std::uint64_t seed = 20011;
-    const ScratchFolder scratch(parent);
+    const bench::ScratchFolder scratch(parent);
     std::printf("%zu entries, seed %llu\n", count, static_cast<unsigned long long>(seed));
 
     const auto platform = platform::createPlatform(scratch.file("vdln.ini"));
