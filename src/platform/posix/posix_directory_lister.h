@@ -26,8 +26,8 @@ class TypeNames;
 /// told, its size and times are 0. The names "." and ".." come without times.
 class PosixDirectoryLister : public DirectoryLister {
   public:
-    /// Names kept of one folder at most.
-    static constexpr std::size_t mostKept = 16'384;
+    /// Names kept of one folder at most, some 70 bytes each.
+    static constexpr std::size_t mostKept = 131'072;
 
     PosixDirectoryLister(OpenFolders::RootOf rootOf, TypeNames& typeNames,
                          std::size_t keptNames = mostKept);

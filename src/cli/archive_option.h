@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace CLI {  // NOLINT(readability-identifier-naming): given by the library
+class App;
+}
+
+namespace cli {
+
+/// The required argument that names a file; an empty text is wrong usage.
+void addArchiveArgument(CLI::App& app, const std::string& name, const std::string& description,
+                        std::string& path);
+
+}  // namespace cli

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace cli {
+
+/// What the companion tells the program that started it.
+enum class ExitCode : int {
+    Done = 0,
+    Failed = 1,
+    WrongUsage = 2,
+    Incomplete = 3,  ///< done, but some entries were left out or stored inexactly
+};
+
+}  // namespace cli
