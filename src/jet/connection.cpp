@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "jet/database_file.h"
 #include "jet/engine.h"
+#include "jet/recordset.h"
 
 namespace jet {
 
@@ -122,6 +123,9 @@ void Connection::flush() {
 }
 
 void Connection::close() {
+    for (Recordset* const recordset : std::exchange(recordsets_, {})) {
+        recordset->connectionClosed();
+    }
     if (const std::shared_ptr<DatabaseFile> file = std::exchange(file_, nullptr)) {
         file->removeUser();
     }

@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace jet {
 
 class DatabaseFile;
 class Engine;
+class Recordset;
 
 /// When the rows that a connection stores reach the medium on their own, at the latest. At close
 /// they always do. 0 switches a limit off.
@@ -44,10 +46,14 @@ class Connection {
     const std::shared_ptr<DatabaseFile>& file() const { return file_; }
     /// Told after each stored or deleted row: flushes when the policy says so.
     void rowWritten();
+    /// Recordsets that end with this connection.
+    void add(Recordset& recordset) { recordsets_.push_back(&recordset); }
+    void remove(Recordset& recordset) { std::erase(recordsets_, &recordset); }
 
   private:
     Engine& engine_;
     std::shared_ptr<DatabaseFile> file_;
+    std::vector<Recordset*> recordsets_;
     FlushPolicy policy_;
     std::int64_t rowsSinceFlush_ = 0;
     std::int64_t lastFlushMilliseconds_ = 0;

@@ -45,6 +45,11 @@ class DataPage {
     std::uint32_t freeBytes() const { return get16(bytes_ + 2); }
     /// True when slots and starts lie within the page and never increase.
     bool wellFormed() const;
+    /// True when the free bytes of a wellFormed() page are all those between slots and rows, which is so
+    /// on every page that no writer has treated carelessly.
+    bool hasExactFreeBytes() const {
+        return freeBytes() == lowestStart() - format_->dataHeader - 2 * slotCount();
+    }
 
     RowKind kind(std::uint32_t slot) const { return kindOf(stored(slot)); }
     /// The bytes of a row, whatever its kind; empty and data() == nullptr when the slot's bounds

@@ -32,4 +32,29 @@ constexpr bool isLongValue(DataType type) {
     return type == DataType::Memo || type == DataType::LongBinary;
 }
 
+/// Bytes of a value of the types that have a place of fixed size in their row; 0 for the others. A Boolean
+/// lies in the null mask, but its column has a length of 1.
+constexpr std::uint16_t fixedSizeOf(DataType type) {
+    switch (type) {
+        case DataType::Boolean:
+        case DataType::Byte:
+            return 1;
+        case DataType::Integer:
+            return 2;
+        case DataType::Long:
+        case DataType::Single:
+            return 4;
+        case DataType::Currency:
+        case DataType::Double:
+        case DataType::Date:
+            return 8;
+        case DataType::Guid:
+            return 16;
+        case DataType::Numeric:
+            return 17;
+        default:
+            return 0;
+    }
+}
+
 }  // namespace jet

@@ -70,6 +70,7 @@ Database::Database(std::shared_ptr<DatabaseFile> file) : file_(std::move(file)) 
 Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&& other) noexcept {
     std::swap(file_, other.file_);
+    std::swap(objectDate_, other.objectDate_);
     return *this;
 }
 

@@ -5,9 +5,11 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "jet/catalog_writer.h"
 #include "jet/damage.h"
 #include "jet/engine.h"
 #include "jet/field_codec.h"
+#include "jet/file_access.h"
 #include "jet/row_scanner.h"
 #include "jet/system_tables.h"
 
@@ -17,33 +19,6 @@ namespace {
 
 /// Pages kept back at the size limit, so that the maps of the rows stored last find room.
 constexpr std::uint32_t reservedPages = 64;
-constexpr int lockPauseMilliseconds = 20;
-
-std::vector<std::uint8_t> readHeader(base::RandomAccessFile& file, std::size_t count) {
-    std::vector<std::uint8_t> bytes(count);
-    std::size_t total = 0;
-    while (total < count) {
-        const std::size_t got = file.readAt(total, bytes.data() + total, count - total);
-        if (got == 0) {
-            break;
-        }
-        total += got;
-    }
-    bytes.resize(total);
-    return bytes;
-}
-
-/// Waits for the lock for a while; InUse when it is not to be had.
-void takeLock(base::RandomAccessFile& file, base::RandomAccessFile::Lock lock,
-              const std::string& path, base::FileOpener& files, int waitMilliseconds) {
-    for (int waited = 0; !file.tryLock(lock); waited += lockPauseMilliseconds) {
-        if (waited >= waitMilliseconds) {
-            throw base::EngineFailure(base::EngineFault::InUse,
-                                      path + ": the file is in use by another program");
-        }
-        files.pause(lockPauseMilliseconds);
-    }
-}
 
 }  // namespace
 
@@ -70,15 +45,7 @@ std::shared_ptr<DatabaseFile> DatabaseFile::open(base::FileOpener& files,
                                                  std::unique_ptr<base::RandomAccessFile> file,
                                                  const std::string& path,
                                                  const EngineOptions& options) {
-    const Format& format = HeaderPage::recognise(readHeader(*file, 0x20), path);
-    if (file->size() < 3 * std::uint64_t{format.pageSize}) {
-        throw base::EngineFailure(base::EngineFault::Damaged,
-                                  path + ": the database is damaged: the file is cut after " +
-                                      std::to_string(file->size()) + " bytes");
-    }
-    // A writer may be lengthening the file: its size is good only once this lock is held.
-    takeLock(*file, base::RandomAccessFile::Lock::Shared, path, files,
-             options.lockWaitMilliseconds);
+    const Format& format = recogniseFile(*file, path, files, options.lockWaitMilliseconds);
     return std::shared_ptr<DatabaseFile>(
         new DatabaseFile(files, std::move(file), format, path, options));
 }
@@ -88,8 +55,10 @@ DatabaseFile::DatabaseFile(base::FileOpener& files, std::unique_ptr<base::Random
                            const EngineOptions& options)
     : files_(files),
       lockWaitMilliseconds_(options.lockWaitMilliseconds),
+      maximumPages_(options.maximumPages != 0 ? std::min(options.maximumPages, format.maximumPages)
+                                              : format.maximumPages),
       pages_(std::move(file), format, path, options.pageCacheBytes),
-      header_(format, readHeader(pages_.file(), format.pageSize), path) {
+      header_(format, readStart(pages_.file(), format.pageSize), path) {
     pages_.setReferences(this);
     freePages_ = UsageMap::read(pages_, {1, 0}, UsageMap::Meaning::FreePages);
 }
@@ -193,11 +162,21 @@ void DatabaseFile::beginWriting() {
     takeLock(pages_.file(), base::RandomAccessFile::Lock::Exclusive, pages_.path(), files_,
              lockWaitMilliseconds_);
     writing_ = true;
+    try {
+        prepareForWriting();
+    } catch (...) {
+        writing_ = false;
+        throw;
+    }
+}
+
+void DatabaseFile::prepareForWriting() {
     // The trace of a write that was cut short would displace every page after it.
     if (pages_.trailingBytes() != 0) {
         pages_.file().truncate(std::uint64_t{pages_.pageCount()} * format().pageSize);
     }
     mendFreePages();
+    CatalogWriter(*this).mend();
 }
 
 /// A program that ended in the middle of a flush may have left pages that are part of a table and
@@ -241,14 +220,15 @@ std::uint32_t DatabaseFile::allocatePage() {
             return freeHint_++;
         }
     }
-    const std::uint32_t limit = format().maximumPages - (flushing_ ? 0 : reservedPages);
-    if (count >= limit) {
+    if (count + (flushing_ ? 0 : reservedPages) >= maximumPages_) {
         throw base::EngineFailure(base::EngineFault::Full,
                                   pages_.path() +
                                       ": the file has reached the size limit of its format (" +
                                       std::string(format().isJet4() ? "2" : "1") + " GiB)");
     }
     freePages_.add(count);
+    // Making room for the page may allocate others.
+    pages_.reserve(count);
     return count;
 }
 

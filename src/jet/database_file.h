@@ -94,12 +94,14 @@ class DatabaseFile final : private PageFile::References {
     void flushAll(bool finished);
     void writeDefinitions(bool finished);
     void loadCatalog();
+    void prepareForWriting();
     void mendFreePages();
     template <typename Function>
     void forEachMap(Function function);
 
     base::FileOpener& files_;
     int lockWaitMilliseconds_;
+    std::uint32_t maximumPages_;
     PageFile pages_;
     HeaderPage header_;
     UsageMap freePages_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -19,6 +20,8 @@ struct EngineOptions {
     std::size_t pageCacheBytes = 8u << 20;
     /// How long a connection waits for a file that another process holds before it fails.
     int lockWaitMilliseconds = 2000;
+    /// Pages that a file may have, where they are to be fewer than its format allows; 0: no such limit.
+    std::uint32_t maximumPages = 0;
 };
 
 /// The database engine of one process: it knows which files are open, so that every connection to

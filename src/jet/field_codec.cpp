@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "jet/database_file.h"
+#include "jet/numeric.h"
 #include "jet/table.h"
 #include "jet/text_codec.h"
 
@@ -15,7 +16,10 @@ namespace jet {
 
 namespace {
 
-constexpr double currencyScale = 10000;
+constexpr std::int64_t currencyScale = 10000;
+constexpr std::int64_t mostWholeCurrency = std::numeric_limits<std::int64_t>::max() / currencyScale;
+/// Digits of the widest decimal number.
+constexpr std::size_t mostDigits = 28;
 /// Memo texts longer than this are stored plain.
 constexpr std::size_t longestCompressedMemo = 1024;
 
@@ -197,8 +201,8 @@ void FieldCodec::setReal(std::size_t column, double number, RowBuilder& row) con
             setFixed(column, std::bit_cast<std::uint64_t>(number), row);
             return;
         case DataType::Currency: {
-            const double scaled = std::nearbyint(number * currencyScale);
-            if (std::abs(scaled) >= 9.2e18) {
+            const double scaled = std::nearbyint(number * static_cast<double>(currencyScale));
+            if (std::abs(scaled) >= 9223372036854775807.0) {
                 refuse(column, std::to_string(number) + " does not fit");
             }
             setFixed(column, static_cast<std::uint64_t>(static_cast<std::int64_t>(scaled)), row);
@@ -212,6 +216,15 @@ void FieldCodec::setReal(std::size_t column, double number, RowBuilder& row) con
             setInteger(column, static_cast<std::int64_t>(whole), row);
         }
     }
+}
+
+void FieldCodec::setNumeric(std::size_t column, Numeric number, RowBuilder& row) const {
+    const Field& field = stored(column).field;
+    const std::size_t digits = field.precision == 0 ? mostDigits : field.precision;
+    if (!rescale(number, field.scale) || magnitudeDigits(number).size() > digits) {
+        refuse(column, displayText(number) + " does not fit");
+    }
+    row.setBytes(column, bytesOf(number));
 }
 
 void FieldCodec::setInteger(std::size_t column, std::int64_t number, RowBuilder& row) const {
@@ -247,8 +260,14 @@ void FieldCodec::setInteger(std::size_t column, std::int64_t number, RowBuilder&
         case DataType::Single:
         case DataType::Double:
         case DataType::Date:
-        case DataType::Currency:
             setReal(column, static_cast<double>(number), row);
+            return;
+        case DataType::Currency:
+            checkRange(column, number, -mostWholeCurrency, mostWholeCurrency);
+            setFixed(column, static_cast<std::uint64_t>(number * currencyScale), row);
+            return;
+        case DataType::Numeric:
+            setText(column, std::to_string(number), row);
             return;
         default:
             refuse(column, "a number cannot be stored in it");
@@ -266,8 +285,15 @@ void FieldCodec::setText(std::size_t column, std::string_view text, RowBuilder& 
         case DataType::Binary:
         case DataType::LongBinary:
         case DataType::Guid:
-        case DataType::Numeric:
             refuse(column, "a text cannot be stored in it");
+        case DataType::Numeric: {
+            Numeric number;
+            if (!parseNumeric(text, number)) {
+                refuse(column, "\"" + std::string(text) + "\" is no number");
+            }
+            setNumeric(column, number, row);
+            return;
+        }
         default: {
             double number = 0;
             if (!parseNumber(text, number)) {
@@ -335,7 +361,9 @@ void FieldCodec::setValue(std::size_t column, const Value& value, RowBuilder& ro
             if (codec.stored(column).field.type == DataType::Currency) {
                 codec.setFixed(column, static_cast<std::uint64_t>(currency.tenThousandths), row);
             } else {
-                codec.setReal(column, static_cast<double>(currency.tenThousandths) / currencyScale,
+                codec.setReal(column,
+                              static_cast<double>(currency.tenThousandths) /
+                                  static_cast<double>(currencyScale),
                               row);
             }
         }
@@ -344,7 +372,7 @@ void FieldCodec::setValue(std::size_t column, const Value& value, RowBuilder& ro
             if (codec.stored(column).field.type != DataType::Numeric) {
                 codec.refuse(column, "a decimal number cannot be stored in it");
             }
-            codec.setBytes(column, bytesOf(numeric), row);
+            codec.setNumeric(column, numeric, row);
         }
     };
     std::visit(Setter{*this, column, row}, value);

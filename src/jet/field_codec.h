@@ -34,6 +34,7 @@ class FieldCodec {
     [[noreturn]] void refuse(std::size_t column, const std::string& why) const;
     void setFixed(std::size_t column, std::uint64_t bits, RowBuilder& row) const;
     void setReal(std::size_t column, double number, RowBuilder& row) const;
+    void setNumeric(std::size_t column, Numeric number, RowBuilder& row) const;
     void setCharacters(std::size_t column, std::string_view text, RowBuilder& row) const;
     void setMemo(std::size_t column, std::string_view text, RowBuilder& row) const;
     void setBytes(std::size_t column, std::string_view bytes, RowBuilder& row) const;

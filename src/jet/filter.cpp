@@ -35,7 +35,7 @@ class ConditionReader {
             at_ = close + 1;
             return name;
         }
-        const std::size_t end = std::min(condition_.find_first_of(" ='", at_), condition_.size());
+        const std::size_t end = std::min(condition_.find_first_of(" ='<>", at_), condition_.size());
         const std::string_view name = condition_.substr(at_, end - at_);
         if (name.empty()) {
             refuse(condition_, "a field's name is missing");
@@ -135,6 +135,12 @@ Filter::Filter(std::string_view condition, const StoredTable& table, const Forma
         comparison.folded = base::foldedCase(text);
         if (stored.field.type == DataType::Text && !text.empty()) {
             appendEncodedText(format, text, stored.compressed, comparison.storedText);
+            // In code page 1252 other texts may have the same bytes ("?").
+            std::string readBack;
+            appendDecodedText(format, comparison.storedText, readBack);
+            if (readBack != text) {
+                comparison.storedText.clear();
+            }
         }
         comparisons_.push_back(std::move(comparison));
         if (reader.atEnd()) {

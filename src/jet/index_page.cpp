@@ -40,6 +40,7 @@ bool IndexPage::read(const Format& format, const std::uint8_t* page, IndexPage& 
     result.next = get32(page + at.previous + 4);
     result.tail = get32(page + at.previous + 8);
     result.level = page[at.level];
+    result.freeBytes = get16(page + 2);
     const std::size_t prefixLength = format.isJet4() ? get16(page + at.prefix) : page[at.prefix];
     const std::size_t maskBits = std::size_t{format.indexEntries - format.indexMask} * 8;
     const std::uint8_t* const entryBytes = page + format.indexEntries;
@@ -61,6 +62,7 @@ bool IndexPage::read(const Format& format, const std::uint8_t* page, IndexPage& 
         }
         result.entries.push_back(std::move(entry));
         start = bit;
+        result.storedBytes = static_cast<std::uint32_t>(bit);
     }
     return true;
 }

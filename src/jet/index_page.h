@@ -34,6 +34,9 @@ class IndexPage {
     std::uint32_t tail = 0;
     std::uint8_t level = 0;
     std::vector<std::string> entries;  ///< whole, in order
+    // Of a page that was read:
+    std::uint32_t freeBytes = 0;
+    std::uint32_t storedBytes = 0;  ///< of all entries, as stored
 
     /// Reads a page; false when it is no index page or makes no sense.
     static bool read(const Format& format, const std::uint8_t* page, IndexPage& result);

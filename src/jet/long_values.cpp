@@ -7,6 +7,7 @@
 #include "jet/damage.h"
 #include "jet/data_page.h"
 #include "jet/database_file.h"
+#include "jet/row_set.h"
 
 namespace jet {
 
@@ -51,6 +52,9 @@ LongValues::LongValues(DatabaseFile& file, const StoredTable& table)
 }
 
 std::string LongValues::read(std::string_view definition) const {
+    if (definition.empty()) {
+        return {};
+    }
     const Definition parsed = parse(definition);
     if ((parsed.flags & inlineFlag) != 0) {
         const std::string_view data = definition.substr(definitionBytes);
@@ -92,11 +96,14 @@ std::string LongValues::readRow(RowPointer place) const {
 
 std::string LongValues::readChain(RowPointer place, std::uint32_t length) const {
     std::string bytes;
-    // Each row adds at least one byte or the chain is damaged, so that a loop ends.
+    RowSet seen;
     while (bytes.size() < length) {
         if (place.page == 0) {
             throw base::EngineFailure(base::EngineFault::Damaged,
                                       "the database is damaged: a long value ends too early");
+        }
+        if (!seen.insert(place)) {
+            failDamaged(place.page, "the pieces of a long value form a loop");
         }
         const std::string row = readRow(place);
         if (row.size() <= pointerBytes) {
@@ -166,9 +173,8 @@ RowPointer LongValues::storeRow(std::size_t column, std::string_view bytes) {
     const PageHandle page = pages.read(number);
     const std::uint32_t slot = DataPage(pages.format(), *page).insert(asBytes(bytes));
     pages.changed(*page);
-    if (pages.isFresh(number)) {
-        pages.noteReference();
-    }
+    // Also where the page is an old one: it has to be on the medium before a row refers to it.
+    pages.noteReference();
     return {number, static_cast<std::uint8_t>(slot)};
 }
 
@@ -192,27 +198,40 @@ std::uint32_t LongValues::choosePage(ColumnMaps& maps, std::size_t length) {
 }
 
 void LongValues::release(std::size_t column, std::string_view definition) {
-    if (definition.size() >= definitionBytes && (parse(definition).flags & inlineFlag) == 0 &&
+    if (maps_[column].exists && definition.size() >= definitionBytes &&
+        (parse(definition).flags & inlineFlag) == 0 &&
         parse(definition).place.page != 0) {
         releases_.push_back({column, std::string(definition.substr(0, definitionBytes))});
     }
 }
 
 void LongValues::applyReleases() {
-    const std::vector<Release> releases = std::exchange(releases_, {});
-    for (const Release& release : releases) {
-        const Definition parsed = parse(release.definition);
-        ColumnMaps& maps = mapsOf(release.column);
-        RowPointer place = parsed.place;
-        for (std::uint32_t left = parsed.length; place.page != 0 && left > 0;) {
-            const std::string row = readRow(place);
-            eraseRow(maps, place);
-            if ((parsed.flags & singleFlag) != 0 || row.size() <= pointerBytes) {
-                break;
+    while (!releases_.empty()) {
+        const Release release = std::move(releases_.back());
+        releases_.pop_back();
+        try {
+            eraseValue(release);
+        } catch (const base::EngineFailure& failure) {
+            // No row refers to it any more: what cannot be found costs space only.
+            if (failure.fault() != base::EngineFault::Damaged) {
+                throw;
             }
-            left -= std::min<std::uint32_t>(left, static_cast<std::uint32_t>(row.size()) - 4);
-            place = RowPointer::fromStored(get32(asBytes(row).data()));
         }
+    }
+}
+
+void LongValues::eraseValue(const Release& release) {
+    const Definition parsed = parse(release.definition);
+    ColumnMaps& maps = mapsOf(release.column);
+    RowPointer place = parsed.place;
+    for (std::uint32_t left = parsed.length; maps.owned.contains(place.page) && left > 0;) {
+        const std::string row = readRow(place);
+        eraseRow(maps, place);
+        if ((parsed.flags & singleFlag) != 0 || row.size() <= pointerBytes) {
+            return;
+        }
+        left -= std::min(left, static_cast<std::uint32_t>(row.size() - pointerBytes));
+        place = RowPointer::fromStored(get32(asBytes(row).data()));
     }
 }
 
@@ -224,6 +243,13 @@ void LongValues::eraseRow(ColumnMaps& maps, RowPointer place) {
         failDamaged(place.page, "its rows do not lie in order");
     }
     view.erase(place.slot);
+    if (view.liveSlots() == 0) {
+        // Its slots would be in the way of a value that fills a page.
+        maps.owned.remove(place.page);
+        maps.free.remove(place.page);
+        file_.releasePage(place.page);
+        return;
+    }
     view.squeeze();
     pages.changed(*page);
     maps.free.add(place.page);

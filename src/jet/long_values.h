@@ -62,6 +62,7 @@ class LongValues {
     ColumnMaps& mapsOf(std::size_t column);
     RowPointer storeRow(std::size_t column, std::string_view bytes);
     std::uint32_t choosePage(ColumnMaps& maps, std::size_t length);
+    void eraseValue(const Release& release);
     void eraseRow(ColumnMaps& maps, RowPointer place);
     std::string readChain(RowPointer place, std::uint32_t length) const;
     std::string readRow(RowPointer place) const;

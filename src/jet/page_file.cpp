@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t transferBytes = 256 * 1024;
 constexpr std::size_t minimumFrames = 64;
+/// Pages written at one go from which on the medium may begin with them while more are made.
+constexpr std::uint64_t pagesWorthBeginning = 512;
 
 }  // namespace
 
@@ -97,7 +99,7 @@ PageHandle PageFile::create(std::uint32_t number) {
         fresh_.resize(std::max<std::size_t>(number + 1, fresh_.size() + fresh_.size() / 2), false);
     }
     fresh_[number] = true;
-    pageCount_ = std::max(pageCount_, number + 1);
+    reserve(number);
     changed(page);
     return handle;
 }
@@ -210,13 +212,26 @@ void PageFile::unlink(Page& page) {
     page.newer = page.older = nullptr;
 }
 
-bool PageFile::belongsTo(const Page& page, Which which) const {
-    const bool early = isFresh(page.number) || get32(page.bytes.get() + 4) == longValueOwner;
-    return early == (which == Which::Fresh);
+PageFile::Which PageFile::groupOf(const Page& page) const {
+    if (isFresh(page.number) || get32(page.bytes.get() + 4) == longValueOwner) {
+        return Which::Fresh;
+    }
+    const auto kind = static_cast<PageKind>(page.bytes[0]);
+    return kind == PageKind::IndexLeaf || kind == PageKind::IndexNode ? Which::Index : Which::Old;
 }
 
 void PageFile::writeFreshPages() { writePages(Which::Fresh); }
-void PageFile::writeOldPages() { writePages(Which::Old); }
+
+void PageFile::writeOldPages() {
+    writePages(Which::Old);
+    const bool indexes = std::any_of(frames_.begin(), frames_.end(), [this](const auto& frame) {
+        return frame->dirty && groupOf(*frame) == Which::Index;
+    });
+    if (indexes) {
+        sync();
+        writePages(Which::Index);
+    }
+}
 
 void PageFile::writePages(Which which) {
     if (dirtyPages_ == 0) {
@@ -224,13 +239,14 @@ void PageFile::writePages(Which which) {
     }
     std::vector<Page*> pages;
     for (const auto& frame : frames_) {
-        if (frame->dirty && belongsTo(*frame, which)) {
+        if (frame->dirty && groupOf(*frame) == which) {
             pages.push_back(frame.get());
         }
     }
     std::sort(pages.begin(), pages.end(),
               [](const Page* left, const Page* right) { return left->number < right->number; });
     const std::size_t runLimit = transferBytes / format_.pageSize;
+    std::uint64_t written = 0;
     for (std::size_t begin = 0; begin < pages.size();) {
         std::size_t end = begin + 1;
         while (end < pages.size() && end - begin < runLimit &&
@@ -238,7 +254,13 @@ void PageFile::writePages(Which which) {
             ++end;
         }
         writeRun(pages, begin, end);
+        written += end - begin;
         begin = end;
+    }
+    if (written >= pagesWorthBeginning) {
+        const std::uint64_t first = pages.front()->number;
+        const std::uint64_t last = pages.back()->number;
+        file_->beginSync(first * format_.pageSize, (last - first + 1) * format_.pageSize);
     }
 }
 
@@ -267,6 +289,10 @@ void PageFile::writeBytes(std::uint64_t offset, const std::uint8_t* bytes, std::
     while (count > 0) {
         unsynced_ = true;
         const std::size_t written = file_->writeAt(offset, bytes, count);
+        if (written == 0) {
+            throw base::EngineFailure(base::EngineFault::InputOutput,
+                                      path_ + ": the file takes no more bytes");
+        }
         offset += written;
         bytes += written;
         count -= written;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -95,6 +96,8 @@ class PageFile {
     /// A page of zeros that takes the place of whatever the file holds there; `number` may be the
     /// one just after the end. It counts as fresh.
     PageHandle create(std::uint32_t number);
+    /// Lengthens the file, so that its last page is this one at least. It is all zeros until it is written.
+    void reserve(std::uint32_t number) { pageCount_ = std::max(pageCount_, number + 1); }
     /// Must be called after each change of a page's bytes (before the next page is asked for).
     void changed(Page& page);
     /// Forgets a page that is no longer part of anything, without writing it.
@@ -104,6 +107,7 @@ class PageFile {
     void noteReference() { referencesPending_ = true; }
 
     void writeFreshPages();
+    /// Index pages go last, when the rows that they name are on the medium.
     void writeOldPages();
     /// Writes one page now.
     void writePage(Page& page);
@@ -125,8 +129,8 @@ class PageFile {
     void touch(Page& page);
     void link(Page& page);
     void unlink(Page& page);
-    enum class Which { Fresh, Old };
-    bool belongsTo(const Page& page, Which which) const;
+    enum class Which { Fresh, Old, Index };
+    Which groupOf(const Page& page) const;
     void writePages(Which which);
     void writeRun(const std::vector<Page*>& pages, std::size_t begin, std::size_t end);
     void writeBytes(std::uint64_t offset, const std::uint8_t* bytes, std::size_t count);

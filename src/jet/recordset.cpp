@@ -1,5 +1,10 @@
 #include "jet/recordset.h"
 
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "base/failure.h"
 #include "jet/connection.h"
 #include "jet/database_file.h"
@@ -26,6 +31,12 @@ class Recordset::Implementation {
           builder_(file_->format(), table_.stored()) {
         moveFirst();
     }
+    Implementation(const Implementation&) = delete;
+    Implementation& operator=(const Implementation&) = delete;
+    ~Implementation() {
+        cancelUpdate();
+        dropMarks();
+    }
 
     const TableDefinition& definition() const { return definition_; }
     std::int64_t recordCount() const { return table_.rowCount(); }
@@ -47,14 +58,14 @@ class Recordset::Implementation {
     bool endOfFile() const { return atEnd_; }
 
     void moveFirst() {
-        editing_ = Editing::None;
+        cancelUpdate();
         scanner_.rewind();
         atNewRow_ = false;
         advance();
     }
 
     void moveNext() {
-        editing_ = Editing::None;
+        cancelUpdate();
         if (atEnd_) {
             fail("there is no row after the last one");
         }
@@ -102,24 +113,29 @@ class Recordset::Implementation {
 
     void addNew() {
         beginChange();
+        cancelUpdate();
+        loaded_.clear();
         builder_.clear();
         editing_ = Editing::New;
     }
 
-    /// The row to set fields of: the new one, or the current one, taken over at its first change.
-    RowBuilder& edited(int& field) {
-        field = static_cast<int>(position(field));
+    /// Sets a field of the new row, or of the current one, which is taken over at its first change.
+    template <typename Set>
+    void change(int field, Set set) {
+        const std::size_t column = position(field);
         if (editing_ == Editing::None) {
             beginChange();
             builder_.load(current());
+            loaded_ = longValuesOf(current());
             editing_ = Editing::Current;
         }
-        return builder_;
+        const std::string before = composedValue(column);
+        set(column, builder_);
+        table_.longValues().release(column, before);
     }
 
     void setNull(int field) {
-        RowBuilder& row = edited(field);
-        row.setNull(static_cast<std::size_t>(field));
+        change(field, [](std::size_t column, RowBuilder& row) { row.setNull(column); });
     }
 
     void update() {
@@ -133,19 +149,35 @@ class Recordset::Implementation {
             atNewRow_ = true;
             atEnd_ = false;
         } else {
-            releaseReplacedValues();
+            const std::vector<LongValue> replaced = replacedValues();
             const ByteSpan row = builder_.build();
             table_.update(currentHome(), row);
+            // Only now: a row that cannot be stored keeps its old values.
+            release(replaced);
         }
         editing_ = Editing::None;
         connection_.rowWritten();
     }
 
-    void cancelUpdate() { editing_ = Editing::None; }
+    /// Long values that were stored for the row are given up with it.
+    void cancelUpdate() {
+        for (std::size_t i = 0; editing_ != Editing::None && i < definition_.fields.size(); ++i) {
+            table_.longValues().release(i, composedValue(i));
+        }
+        editing_ = Editing::None;
+    }
 
     void markRows() {
         beginChange();
+        dropMarks();
         marked_ = table_.closePages();
+        marking_ = true;
+    }
+
+    void dropMarks() {
+        if (std::exchange(marking_, false)) {
+            table_.reopenPages();
+        }
     }
 
     bool isMarked() {
@@ -155,12 +187,10 @@ class Recordset::Implementation {
 
     void deleteCurrent() {
         beginChange();
-        const RowView& row = current();
-        for (std::size_t i = 0; i < table_.stored().columns.size(); ++i) {
-            releaseValue(i, row);
-        }
+        cancelUpdate();
+        const std::vector<LongValue> values = longValuesOf(current());
         table_.erase(currentHome());
-        editing_ = Editing::None;
+        release(values);
         connection_.rowWritten();
     }
 
@@ -222,22 +252,64 @@ class Recordset::Implementation {
         }
     }
 
-    /// Long values that the update has replaced are given up.
-    void releaseReplacedValues() {
-        const RowView& old = current();
+    /// A long value as a row has it: column and definition.
+    struct LongValue {
+        std::size_t column;
+        std::string definition;
+
+        friend bool operator==(const LongValue&, const LongValue&) = default;
+    };
+
+    std::vector<LongValue> longValuesOf(const RowView& row) const {
+        std::vector<LongValue> values;
         for (std::size_t i = 0; i < table_.stored().columns.size(); ++i) {
             const StoredColumn& column = table_.stored().columns[i];
-            if (isLongValue(column.field.type) && old.isPresent(column.number) &&
-                builder_.variable(i) != asText(old.bytes(column))) {
-                releaseValue(i, old);
+            if (isLongValue(column.field.type) && row.isPresent(column.number)) {
+                values.push_back({i, std::string(asText(row.bytes(column)))});
             }
         }
+        return values;
     }
 
-    void releaseValue(std::size_t index, const RowView& row) {
-        const StoredColumn& column = table_.stored().columns[index];
-        if (isLongValue(column.field.type) && row.isPresent(column.number)) {
-            table_.longValues().release(index, asText(row.bytes(column)));
+    /// Long values of the current row that the composed one replaces. Those that were not set are
+    /// those of the row as it is now: another recordset may have replaced them since it was loaded.
+    std::vector<LongValue> replacedValues() {
+        std::vector<LongValue> stored = longValuesOf(current());
+        for (const LongValue& loaded : loaded_) {
+            if (isComposed(loaded)) {
+                const auto now = std::find_if(stored.begin(), stored.end(), [&](const auto& value) {
+                    return value.column == loaded.column;
+                });
+                now != stored.end() ? builder_.setBytes(loaded.column, now->definition)
+                                    : builder_.setNull(loaded.column);
+            }
+        }
+        std::erase_if(stored, [this](const LongValue& value) { return isComposed(value); });
+        return stored;
+    }
+
+    bool isComposed(const LongValue& value) const {
+        return builder_.isPresent(value.column) &&
+               builder_.variable(value.column) == value.definition;
+    }
+
+    bool isLoaded(const LongValue& value) const {
+        return std::find(loaded_.begin(), loaded_.end(), value) != loaded_.end();
+    }
+
+    /// Definition of a long value that was stored for the row being composed, and for no other;
+    /// else empty.
+    std::string composedValue(std::size_t column) {
+        if (!isLongValue(definition_.fields[column].type) || !builder_.isPresent(column)) {
+            return {};
+        }
+        const std::string definition(builder_.variable(column));
+        return isLoaded({column, definition}) ? std::string() : definition;
+    }
+
+    void release(const std::vector<LongValue>& values) {
+        for (const LongValue& value : values) {
+            table_.longValues().release(value.column, value.definition);
         }
     }
 
@@ -251,16 +323,18 @@ class Recordset::Implementation {
     RowScanner scanner_;
     RowBuilder builder_;
     Editing editing_ = Editing::None;
+    std::vector<LongValue> loaded_;  ///< of the current row when its change began
     bool atEnd_ = true;
     bool atNewRow_ = false;
     RowPointer newHome_;
     PageHandle newPage_;
     RowView newRow_;
     PageSet marked_;
+    bool marking_ = false;
 };
 
 Recordset::Recordset() = default;
-Recordset::~Recordset() = default;
+Recordset::~Recordset() { close(); }
 
 void Recordset::open(std::string_view table, Connection& connection, CursorType, LockType lock,
                      CommandType) {
@@ -268,10 +342,24 @@ void Recordset::open(std::string_view table, Connection& connection, CursorType,
         throw EngineFailure(EngineFault::Usage,
                             "table " + std::string(table) + ": the connection is not open");
     }
+    close();
     implementation_ = std::make_unique<Implementation>(table, connection, lock);
+    connection_ = &connection;
+    connection.add(*this);
 }
 
-void Recordset::close() { implementation_.reset(); }
+void Recordset::close() {
+    implementation_.reset();
+    if (Connection* const connection = std::exchange(connection_, nullptr)) {
+        connection->remove(*this);
+    }
+}
+
+void Recordset::connectionClosed() {
+    implementation_.reset();
+    connection_ = nullptr;
+}
+
 bool Recordset::isOpen() const { return implementation_ != nullptr; }
 
 Recordset::Implementation& Recordset::opened() const {
@@ -322,18 +410,24 @@ std::int32_t Recordset::integer(int field) const {
 void Recordset::addNew() { opened().addNew(); }
 
 void Recordset::setText(int field, std::string_view text) {
-    RowBuilder& row = opened().edited(field);
-    opened().codec().setText(static_cast<std::size_t>(field), text, row);
+    Implementation& set = opened();
+    set.change(field, [&](std::size_t column, RowBuilder& row) {
+        set.codec().setText(column, text, row);
+    });
 }
 
 void Recordset::setInteger(int field, std::int64_t number) {
-    RowBuilder& row = opened().edited(field);
-    opened().codec().setInteger(static_cast<std::size_t>(field), number, row);
+    Implementation& set = opened();
+    set.change(field, [&](std::size_t column, RowBuilder& row) {
+        set.codec().setInteger(column, number, row);
+    });
 }
 
 void Recordset::setValue(int field, const Value& value) {
-    RowBuilder& row = opened().edited(field);
-    opened().codec().setValue(static_cast<std::size_t>(field), value, row);
+    Implementation& set = opened();
+    set.change(field, [&](std::size_t column, RowBuilder& row) {
+        set.codec().setValue(column, value, row);
+    });
 }
 
 void Recordset::setNull(int field) { opened().setNull(field); }

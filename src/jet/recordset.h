@@ -100,11 +100,15 @@ class Recordset {
     /// that followed it.
     void deleteCurrent();
 
+    // For Connection: it does not know the recordset any more.
+    void connectionClosed();
+
   private:
     class Implementation;
     Implementation& opened() const;
 
     std::unique_ptr<Implementation> implementation_;
+    Connection* connection_ = nullptr;  ///< where it is registered; null while closed
 };
 
 }  // namespace jet

@@ -1,7 +1,6 @@
 #include "jet/row_builder.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cstring>
 
 #include "base/failure.h"
@@ -74,7 +73,13 @@ void RowBuilder::setBoolean(std::size_t position, bool value) {
 void RowBuilder::setBytes(std::size_t position, std::string_view bytes) {
     const StoredColumn& column = table_.columns[position];
     if (column.fixed) {
-        assert(bytes.size() == column.length);
+        // The width comes from the file, and a damaged one may not be that of the type.
+        if (bytes.size() != column.length) {
+            throw base::EngineFailure(base::EngineFault::Damaged,
+                                      "field " + column.field.name + " of table " + table_.name +
+                                          " has the odd width of " + std::to_string(column.length) +
+                                          " bytes");
+        }
         std::memcpy(fixed_.data() + column.fixedOffset, bytes.data(), bytes.size());
         present_[position] = 1;
         return;

@@ -2,6 +2,12 @@
 
 namespace jet {
 
+namespace {
+
+constexpr std::uint32_t noJump = 0xFF;
+
+}  // namespace
+
 bool RowView::parse(const Format& format, bool hasVariableColumns, ByteSpan row) {
     row_ = row;
     jet4_ = format.isJet4();
@@ -67,7 +73,12 @@ std::uint32_t RowView::offset(std::uint32_t index) const {
     while (jumps < jumpCount_ && *(jumps_ - jumps) <= index) {
         ++jumps;
     }
-    return *(offsets_ - index) + 256 * jumps;
+    std::uint32_t value = *(offsets_ - index) + 256 * jumps;
+    // With 255 variable columns a jump of 0xFF means either the end of the last one or none at all.
+    while (index == noJump && value > fixedLimit_ && value >= 256) {
+        value -= 256;
+    }
+    return value;
 }
 
 bool RowView::offsetsInOrder() const {

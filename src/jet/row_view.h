@@ -55,6 +55,8 @@ class RowView {
     /// True when every variable column's offsets are in order and inside the row.
     bool offsetsInOrder() const;
     ByteSpan row() const { return row_; }
+    /// Columns that the table had when the row was written.
+    std::uint32_t columnCount() const { return columnCount_; }
 
   private:
     bool parseJet3(std::size_t maskBytes, bool hasVariableColumns);

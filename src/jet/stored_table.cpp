@@ -225,6 +225,13 @@ class DefinitionReader {
                 column.variableIndex >= table_.variableEver) {
                 fail("column " + column.field.name + " has no place in the rows");
             }
+            const DataType type = column.field.type;
+            const std::uint16_t size = fixedSizeOf(type);
+            if (column.fixed && type != DataType::Boolean &&
+                (isLongValue(type) || (size != 0 && column.length != size))) {
+                fail("column " + column.field.name + " has a length of " +
+                     std::to_string(column.length) + " bytes");
+            }
             if (column.fixed && column.fixedOffset + column.length > format_.pageSize) {
                 fail("column " + column.field.name + " lies outside the rows");
             }

@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "jet/damage.h"
 #include "jet/database_file.h"
+#include "jet/row_view.h"
 
 namespace jet {
 
@@ -17,6 +18,8 @@ using RowKind = DataPage::RowKind;
 /// Stands in a Jet 4 definition from the first change of the table until the last one is on the
 /// medium. Twelve bytes that the original engine leaves to chance.
 constexpr std::string_view changeMark{"\x01VDLN change", 12};
+/// Larger ones are negative: random numbers of a replicated table.
+constexpr std::uint32_t mostAutoNumber = 0x7FFFFFFF;
 constexpr int pointerLimit = 8;
 constexpr std::size_t pointerRow = 4;
 
@@ -30,27 +33,29 @@ Table::Table(DatabaseFile& file, StoredTable stored)
       owned_(UsageMap::read(file.pages(), stored_.ownedMap, UsageMap::Meaning::Used)),
       freeSpace_(UsageMap::read(file.pages(), stored_.freeMap, UsageMap::Meaning::Used)),
       longValues_(file, stored_) {
-    if (file_.format().isJet4()) {
-        const PageHandle page = file_.pages().read(stored_.page());
-        interrupted_ =
-            std::memcmp(page.bytes() + markOffset, changeMark.data(), changeMark.size()) == 0;
-    }
+    interrupted_ = bearsMark(file_.format(), file_.pages().read(stored_.page()).bytes());
+}
+
+bool Table::bearsMark(const Format& format, const std::uint8_t* definition) {
+    return format.isJet4() &&
+           std::memcmp(definition + markOffset, changeMark.data(), changeMark.size()) == 0;
 }
 
 std::int64_t Table::rowCount() {
-    if (interrupted_ && !changing_) {
-        std::int64_t rows = 0;
-        for (std::uint32_t number = nextPage(0); number != PageSet::none;
-             number = nextPage(number + 1)) {
-            const PageHandle page = file_.pages().read(number);
-            const DataPage view(file_.format(), *page);
-            for (std::uint32_t slot = 0; view.wellFormed() && slot < view.slotCount(); ++slot) {
-                rows += view.kind(slot) == RowKind::Live || view.kind(slot) == RowKind::Pointer;
-            }
+    return interrupted_ && !changing_ ? countRows() : stored_.rowCount;
+}
+
+std::int64_t Table::countRows() const {
+    std::int64_t rows = 0;
+    for (std::uint32_t number = nextPage(0); number != PageSet::none;
+         number = nextPage(number + 1)) {
+        const PageHandle page = file_.pages().read(number);
+        const DataPage view(file_.format(), *page);
+        for (std::uint32_t slot = 0; view.wellFormed() && slot < view.slotCount(); ++slot) {
+            rows += view.kind(slot) == RowKind::Live || view.kind(slot) == RowKind::Pointer;
         }
-        return rows;
     }
-    return stored_.rowCount;
+    return rows;
 }
 
 std::uint32_t Table::runLength(std::uint32_t page, std::uint32_t limit) const {
@@ -154,11 +159,28 @@ PageHandle Table::readDataPage(std::uint32_t number) const {
 
 PageSet Table::closePages() {
     insertPage_ = 0;
-    const PageSet room = freeSpace_.pages();
-    for (std::uint32_t page = room.first(); page != PageSet::none; page = room.next(page + 1)) {
-        freeSpace_.remove(page);
+    ++closings_;
+    const PageSet& owned = owned_.pages();
+    for (std::uint32_t page = owned.first(); page != PageSet::none; page = owned.next(page + 1)) {
+        closed_.insert(page);
+        if (freeSpace_.contains(page)) {
+            freeSpace_.remove(page);
+            roomInClosed_.insert(page);
+        }
     }
-    return owned_.pages();
+    return owned;
+}
+
+void Table::reopenPages() {
+    if (--closings_ > 0) {
+        return;
+    }
+    for (std::uint32_t page = roomInClosed_.first(); page != PageSet::none;
+         page = roomInClosed_.next(page + 1)) {
+        freeSpace_.add(page);
+    }
+    closed_ = {};
+    roomInClosed_ = {};
 }
 
 RowPointer Table::insert(ByteSpan row) {
@@ -212,7 +234,11 @@ PageHandle Table::chooseFreshPage(std::size_t length) {
 }
 
 PageHandle Table::addPage() {
-    const std::uint32_t number = file_.allocatePage();
+    std::uint32_t number = file_.allocatePage();
+    // A closed page that was given back meanwhile goes to others, not to this table's new rows.
+    for (; closed_.contains(number); number = file_.allocatePage()) {
+        file_.releasePage(number);
+    }
     PageHandle page = file_.pages().create(number);
     DataPage(file_.format(), *page).initialise(stored_.page());
     page->liveRows = 0;
@@ -294,7 +320,13 @@ void Table::erase(RowPointer home) {
     releaseIfEmpty(page);
 }
 
-void Table::noteFreeSpace(std::uint32_t page) { freeSpace_.add(page); }
+void Table::noteFreeSpace(std::uint32_t page) {
+    if (closed_.contains(page)) {
+        roomInClosed_.insert(page);
+    } else {
+        freeSpace_.add(page);
+    }
+}
 
 /// A page without rows goes back to the file, so that it need not even be written.
 void Table::releaseIfEmpty(PageHandle& page) {
@@ -304,6 +336,7 @@ void Table::releaseIfEmpty(PageHandle& page) {
     const std::uint32_t number = page->number;
     owned_.remove(number);
     freeSpace_.remove(number);
+    roomInClosed_.erase(number);
     if (insertPage_ == number) {
         insertPage_ = 0;
     }
@@ -326,18 +359,36 @@ void Table::eraseAt(RowPointer place) {
 }
 
 void Table::applyDeferredErases() {
-    const std::vector<RowPointer> places = std::exchange(deferredErases_, {});
-    for (const RowPointer place : places) {
-        eraseAt(place);
+    while (!deferredErases_.empty()) {
+        eraseAt(deferredErases_.back());
+        deferredErases_.pop_back();
     }
     longValues_.applyReleases();
 }
 
 void Table::noteAutoNumber(std::uint32_t number) {
-    stored_.lastAutoNumber = std::max(stored_.lastAutoNumber, number);
+    if (number <= mostAutoNumber) {
+        stored_.lastAutoNumber = std::max(stored_.lastAutoNumber, number);
+    }
+}
+
+/// The autonumber that a row holds is one that was given out.
+void Table::noteAutoNumber(ByteSpan row, const StoredColumn& numbers) {
+    RowView view;
+    if (view.parse(file_.format(), stored_.variableEver != 0, row) &&
+        view.isPresent(numbers.number)) {
+        const ByteSpan number = view.bytes(numbers);
+        if (number.size() == 4) {
+            noteAutoNumber(get32(number.data()));
+        }
+    }
 }
 
 void Table::mend() {
+    const auto numbers =
+        std::find_if(stored_.columns.begin(), stored_.columns.end(), [](const StoredColumn& column) {
+            return column.field.autoNumber && column.field.type == DataType::Long;
+        });
     std::set<std::uint32_t> referred;
     std::vector<RowPointer> moved;
     std::uint32_t rows = 0;
@@ -347,6 +398,10 @@ void Table::mend() {
         const DataPage view(file_.format(), *page);
         for (std::uint32_t slot = 0; view.wellFormed() && slot < view.slotCount(); ++slot) {
             const RowKind kind = view.kind(slot);
+            if (numbers != stored_.columns.end() &&
+                (kind == RowKind::Live || kind == RowKind::Moved)) {
+                noteAutoNumber(view.row(slot), *numbers);
+            }
             rows += kind == RowKind::Live || kind == RowKind::Pointer;
             if (kind == RowKind::Pointer && view.row(slot).size() >= pointerRow) {
                 referred.insert(get32(view.row(slot).data()));

@@ -43,8 +43,10 @@ class Table {
     /// Must precede the first change: takes the lock, refuses read-only files and tables with
     /// indexes (unless `keepsIndexes`), and mends what an interrupted change has left behind.
     void beginChange(bool keepsIndexes = false);
-    /// Sends the rows to come to other pages than the table has now, and returns these.
+    /// Sends the rows to come to other pages than the table has now, and returns these. Each call is
+    /// undone by one of reopenPages().
     PageSet closePages();
+    void reopenPages();
     RowPointer insert(ByteSpan row);
     void update(RowPointer home, ByteSpan row);
     void erase(RowPointer home);
@@ -67,14 +69,20 @@ class Table {
     bool isChanging() const { return changing_; }
     /// True when the definition bears the mark of an interrupted change.
     bool wasInterrupted() const { return interrupted_; }
-    /// Counts the rows and removes moved rows that nothing refers to.
+    /// True when a change of the table was cut short: the mark says so, or, in Jet 3, the count of rows.
+    bool wasCutShort() { return interrupted_ || (!changing_ && countRows() != stored_.rowCount); }
+    /// Whether the first page of a definition bears that mark.
+    static bool bearsMark(const Format& format, const std::uint8_t* definition);
+    /// Counts the rows, finds the last autonumber and removes moved rows that nothing refers to.
     void mend();
     void loadMaps() { longValues_.loadMaps(); }
 
   private:
     static constexpr std::uint32_t markOffset = 28;  ///< Jet 4: twelve bytes that nobody reads
 
+    std::int64_t countRows() const;
     void setMark(bool on);
+    void noteAutoNumber(ByteSpan row, const StoredColumn& numbers);
     PageHandle readDataPage(std::uint32_t number) const;
     PageHandle choosePage(std::size_t length);
     PageHandle chooseFreshPage(std::size_t length);
@@ -90,6 +98,9 @@ class Table {
     UsageMap freeSpace_;
     LongValues longValues_;
     std::uint32_t insertPage_ = 0;
+    PageSet closed_;        ///< pages that no new row may go to
+    PageSet roomInClosed_;  ///< those of them that have room
+    int closings_ = 0;
     std::uint64_t insertVersion_ = 0;  ///< of that page after the last insert
     std::vector<RowPointer> deferredErases_;
     bool changing_ = false;

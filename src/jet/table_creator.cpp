@@ -6,9 +6,8 @@
 
 #include "base/failure.h"
 #include "base/text.h"
-#include "jet/damage.h"
+#include "jet/catalog_writer.h"
 #include "jet/index_key.h"
-#include "jet/index_page.h"
 #include "jet/property_block.h"
 #include "jet/row_builder.h"
 #include "jet/system_tables.h"
@@ -28,35 +27,13 @@ constexpr std::uint8_t fixedFlags = 0x03;
 constexpr std::uint8_t variableFlags = 0x02;
 constexpr std::uint8_t autoNumberFlags = 0x07;
 
-void checkName(const std::string& what, const std::string& name) {
+void checkName(const Format& format, const std::string& what, const std::string& name) {
     const bool control = std::any_of(name.begin(), name.end(),
                                      [](char c) { return static_cast<unsigned char>(c) < 0x20; });
     if (name.empty() || base::utf16Length(name) > longestName || name.front() == ' ' || control ||
-        name.find_first_of(".![]`") != std::string::npos) {
+        name.find_first_of(".![]`") != std::string::npos ||
+        decodedName(format, encodedName(format, name)) != name) {
         throw EngineFailure(EngineFault::Usage, "\"" + name + "\" cannot be the name of a " + what);
-    }
-}
-
-std::uint16_t fixedLength(DataType type) {
-    switch (type) {
-        case DataType::Boolean:
-        case DataType::Byte:
-            return 1;
-        case DataType::Integer:
-            return 2;
-        case DataType::Long:
-        case DataType::Single:
-            return 4;
-        case DataType::Currency:
-        case DataType::Double:
-        case DataType::Date:
-            return 8;
-        case DataType::Guid:
-            return 16;
-        case DataType::Numeric:
-            return 17;
-        default:
-            return 0;
     }
 }
 
@@ -70,21 +47,23 @@ void setLong(RowBuilder& row, std::size_t column, std::uint32_t number) {
 
 void TableCreator::create(const TableDefinition& table) {
     check(table);
-    Table& objects = file_.systemObjects();
-    Table& rights = file_.table("MSysACEs");
-    objects.beginChange(true);
-    rights.beginChange(true);
+    CatalogWriter catalog(file_);
+    catalog.beginChange();
+    if (!catalog.hasRoomFor(table.name)) {
+        throw EngineFailure(EngineFault::Full, file_.pages().path() +
+                                                   ": the catalog's indexes have no room for table " +
+                                                   table.name);
+    }
     StoredTable stored = plan(table);
     writeDefinition(stored);
-    addObject(stored, table);
-    addRight(stored, adminId, tableRightsOfOwner);
-    addRight(stored, usersId, tableRightsOfUsers(file_.format()));
-    rights.noteIndexEntry(0);
+    const auto id = static_cast<std::int32_t>(stored.page());
+    catalog.enter(addObject(stored, table), tablesContainer, id, table.name);
+    catalog.addRights(id);
     file_.catalogChanged();
 }
 
 void TableCreator::check(const TableDefinition& table) {
-    checkName("table", table.name);
+    checkName(file_.format(), "table", table.name);
     for (const CatalogEntry& entry : file_.catalog()) {
         if (base::equalIgnoringCase(entry.name, table.name)) {
             throw EngineFailure(EngineFault::Exists, "there is a table " + entry.name + " already");
@@ -101,7 +80,7 @@ void TableCreator::check(const TableDefinition& table) {
             "table " + table.name + ": the sort order of a character of this name is not known");
     }
     for (std::size_t i = 0; i < table.fields.size(); ++i) {
-        checkName("field", table.fields[i].name);
+        checkName(file_.format(), "field", table.fields[i].name);
         if (table.find(table.fields[i].name) != static_cast<int>(i)) {
             throw EngineFailure(EngineFault::Usage,
                                 "table " + table.name + " has two fields " + table.fields[i].name);
@@ -113,7 +92,7 @@ StoredColumn TableCreator::planColumn(const Field& field) const {
     const Format& format = file_.format();
     StoredColumn column;
     column.field = field;
-    column.length = fixedLength(field.type);
+    column.length = fixedSizeOf(field.type);
     column.fixed = column.length != 0;
     column.flags = field.autoNumber ? autoNumberFlags : column.fixed ? fixedFlags : variableFlags;
     const int size = field.size == 0 ? defaultTextSize : field.size;
@@ -214,64 +193,7 @@ RowPointer TableCreator::addObject(const StoredTable& table, const TableDefiniti
     setLong(row, objects::Flags, 0);
     row.setBytes(objects::LvProp, catalog.longValues().store(
                                       objects::LvProp, PropertyBlock::build(format, definition)));
-    const RowPointer place = catalog.insert(row.build());
-
-    std::string nameKey;
-    appendLongKey(tablesContainer, nameKey);
-    appendTextKey(format, table.name, nameKey);
-    addEntry(catalog, 0, nameKey, place);
-    std::string idKey;
-    appendLongKey(static_cast<std::int32_t>(table.page()), idKey);
-    addEntry(catalog, 1, idKey, place);
-    catalog.noteIndexEntry(0);
-    catalog.noteIndexEntry(1);
-    return place;
-}
-
-void TableCreator::addRight(const StoredTable& table, std::string_view who, std::uint32_t rights) {
-    Table& target = file_.table("MSysACEs");
-    RowBuilder row(file_.format(), target.stored());
-    setLong(row, aces::ObjectId, table.page());
-    row.setBytes(aces::Sid, file_.header().maskSecurityId(who));
-    setLong(row, aces::Acm, rights);
-    row.setBoolean(aces::Inheritable, false);
-    const RowPointer place = target.insert(row.build());
-    std::string key;
-    appendLongKey(static_cast<std::int32_t>(table.page()), key);
-    addEntry(target, 0, key, place);
-}
-
-/// Puts an entry into its leaf. The trees of the engine's tables are small; one whose leaf is full
-/// is not split but refused.
-void TableCreator::addEntry(Table& table, std::size_t index, const std::string& key,
-                            RowPointer row) {
-    PageFile& pages = file_.pages();
-    const std::string entry = IndexPage::leafEntry(key, row);
-    std::uint32_t number = table.stored().indexes[index].rootPage;
-    IndexPage content;
-    for (int depth = 0;; ++depth) {
-        const PageHandle page = pages.read(number);
-        if (depth > 16 || !IndexPage::read(file_.format(), page.bytes(), content)) {
-            failDamaged(number, "it should be a page of an index of " + table.stored().name);
-        }
-        if (content.leaf) {
-            break;
-        }
-        const auto child = std::lower_bound(content.entries.begin(), content.entries.end(), entry);
-        number = child == content.entries.end()
-                     ? content.tail
-                     : get32BigEndian(asBytes(*child).data() + child->size() - 4);
-    }
-    content.entries.insert(std::lower_bound(content.entries.begin(), content.entries.end(), entry),
-                           entry);
-    if (!content.fits(file_.format())) {
-        throw EngineFailure(
-            EngineFault::Full,
-            file_.pages().path() + ": the catalog's index has no room for the table");
-    }
-    const PageHandle page = pages.read(number);
-    content.write(file_.format(), page.bytes());
-    pages.changed(*page);
+    return catalog.insert(row.build());
 }
 
 }  // namespace jet

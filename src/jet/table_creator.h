@@ -24,8 +24,6 @@ class TableCreator {
     void writeDefinition(StoredTable& table);
     void writeMaps(StoredTable& table);
     RowPointer addObject(const StoredTable& table, const TableDefinition& definition);
-    void addRight(const StoredTable& table, std::string_view who, std::uint32_t rights);
-    void addEntry(Table& table, std::size_t index, const std::string& key, RowPointer row);
 
     DatabaseFile& file_;
     double date_;

@@ -143,8 +143,14 @@ std::size_t storedCharacters(const Format& format, std::string_view stored) {
     if (!format.isJet4()) {
         return stored.size();
     }
-    return stored.starts_with(compressedMark) ? stored.size() - compressedMark.size()
-                                              : stored.size() / 2;
+    if (!stored.starts_with(compressedMark)) {
+        return stored.size() / 2;
+    }
+    // The three bytes before a text that begins with U+FEFF count as well: the column's width is a
+    // number of bytes.
+    return stored.substr(compressedMark.size()).starts_with('\0')
+               ? (stored.size() + 1) / 2
+               : stored.size() - compressedMark.size();
 }
 
 std::string encodedName(const Format& format, std::string_view name) {

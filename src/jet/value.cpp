@@ -8,6 +8,7 @@
 
 #include "jet/bytes.h"
 #include "jet/data_type.h"
+#include "jet/numeric.h"
 
 namespace jet {
 
@@ -36,22 +37,6 @@ std::string withPoint(std::string digits, std::size_t places, bool negative) {
     fraction.erase(fraction.find_last_not_of('0') + 1);
     const bool zero = fraction.empty() && digits == "0";
     return (negative && !zero ? "-" : "") + digits + (fraction.empty() ? "" : "." + fraction);
-}
-
-/// Decimal digits of a number of many bytes, by repeated division.
-std::string decimalDigits(std::array<std::uint8_t, 16> magnitude) {
-    std::string digits;
-    do {
-        unsigned remainder = 0;
-        for (std::uint8_t& byte : magnitude) {
-            const unsigned part = remainder << 8 | byte;
-            byte = static_cast<std::uint8_t>(part / 10);
-            remainder = part % 10;
-        }
-        digits.push_back(static_cast<char>('0' + remainder));
-    } while (std::any_of(magnitude.begin(), magnitude.end(), [](auto byte) { return byte != 0; }));
-    std::reverse(digits.begin(), digits.end());
-    return digits;
 }
 
 std::string dateText(double days) {
@@ -107,7 +92,7 @@ struct Display {
         return withPoint(std::to_string(negative ? ~bits + 1 : bits), 4, negative);
     }
     std::string operator()(const Numeric& numeric) const {
-        return withPoint(decimalDigits(numeric.magnitude),
+        return withPoint(magnitudeDigits(numeric),
                          static_cast<std::size_t>(std::clamp(numeric.scale, 0, 38)),
                          numeric.negative);
     }

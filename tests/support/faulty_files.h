@@ -24,6 +24,7 @@ class FaultyFiles : public base::FileOpener {
     Opened open(const std::string& path, Mode mode) override;
     void pause(int milliseconds) override { pausedMilliseconds += milliseconds; }
 
+    std::uint64_t blockSize() const { return blockSize_; }
     bool exists(const std::string& path) const { return disks_.contains(path); }
     std::string read(const std::string& path) const;
     /// Puts a file there, all of it on the medium. One that is open keeps its old content.
