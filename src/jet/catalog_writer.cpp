@@ -75,8 +75,7 @@ bool CatalogWriter::hasRoomFor(std::string_view name) const {
 
 void CatalogWriter::enter(RowPointer place, std::int32_t parent, std::int32_t id,
                           std::string_view name) {
-    IndexWriter(file_.pages(), objects_, byName)
-        .add(nameKey(file_.format(), parent, name), place);
+    IndexWriter(file_.pages(), objects_, byName).add(nameKey(file_.format(), parent, name), place);
     IndexWriter(file_.pages(), objects_, byId).add(numberKey(id), place);
     objects_.noteIndexEntry(byName);
     objects_.noteIndexEntry(byId);

@@ -11,8 +11,8 @@ namespace jet {
 
 class DatabaseFile;
 
-/// Keeps what belongs to the catalog's rows: the entries of its two indexes, and the rights over tables
-/// with theirs. Rows reach the file before the entries that name them.
+/// Keeps what belongs to the catalog's rows: the entries of its two indexes, and the rights over
+/// tables with theirs. Rows reach the file before the entries that name them.
 class CatalogWriter {
   public:
     explicit CatalogWriter(DatabaseFile& file);

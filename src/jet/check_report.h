@@ -21,8 +21,8 @@ struct CheckFinding {
     std::string text;  ///< without the page's number
 };
 
-/// What a check of a whole file has found, in the order in which it was found. The number of findings
-/// kept is bounded; the counts go on.
+/// What a check of a whole file has found, in the order in which it was found. The number of
+/// findings kept is bounded; the counts go on.
 class CheckReport {
   public:
     static constexpr std::size_t maximumFindings = 200;

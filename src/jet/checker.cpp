@@ -124,10 +124,9 @@ class Checker {
             for (const Entry& entry : keys_) {
                 std::string key;
                 appendLongKey(byName ? entry.parentId : entry.id, key);
-                if (!byName || (isPlain(entry.name) &&
-                                appendTextKey(pages_.format(), entry.name, key))) {
-                    lookUp(check, i, key, entry.home,
-                           "the catalog's row of " + entry.name);
+                if (!byName ||
+                    (isPlain(entry.name) && appendTextKey(pages_.format(), entry.name, key))) {
+                    lookUp(check, i, key, entry.home, "the catalog's row of " + entry.name);
                 }
             }
         }
@@ -156,13 +155,14 @@ class Checker {
         return true;
     }
 
-    void lookUp(const TableCheck& table, std::size_t index, const std::string& key,
-                RowPointer home, const std::string& what) {
+    void lookUp(const TableCheck& table, std::size_t index, const std::string& key, RowPointer home,
+                const std::string& what) {
         if (!table.indexes()[index].contains(IndexPage::leafEntry(key, home))) {
             report_.add(table.wasInterrupted() ? CheckFinding::Kind::Unfinished
                                                : CheckFinding::Kind::Damage,
-                        home.page, "row " + std::to_string(home.slot) + ", " + what +
-                                       ", is not found through its index");
+                        home.page,
+                        "row " + std::to_string(home.slot) + ", " + what +
+                            ", is not found through its index");
         }
     }
 
@@ -194,8 +194,7 @@ class Checker {
             for (const auto& [object, home] : rights) {
                 std::string key;
                 appendLongKey(object, key);
-                lookUp(check, i, key, home,
-                       "a right over object " + std::to_string(object));
+                lookUp(check, i, key, home, "a right over object " + std::to_string(object));
             }
         }
     }

@@ -17,11 +17,12 @@ struct CheckOptions {
 };
 
 /// Walks every page of a database file as it stands on the medium: header, map of free pages, table
-/// definitions, usage maps, rows, long values, indexes, catalog. Changes nothing. Damage is collected,
-/// not thrown, in time and memory bounded by the size of the file.
+/// definitions, usage maps, rows, long values, indexes, catalog. Changes nothing. Damage is
+/// collected, not thrown, in time and memory bounded by the size of the file.
 ///
-/// A file that cannot be checked at all is an EngineFailure as of Engine::openFile() (no such file, no
-/// Jet database, encoded, with a password, in use), a file that cannot be read a base::FileFailure.
+/// A file that cannot be checked at all is an EngineFailure as of Engine::openFile() (no such file,
+/// no Jet database, encoded, with a password, in use), a file that cannot be read a
+/// base::FileFailure.
 CheckReport checkDatabase(base::FileOpener& files, const std::string& path,
                           const CheckOptions& options = {});
 

@@ -45,8 +45,8 @@ class DataPage {
     std::uint32_t freeBytes() const { return get16(bytes_ + 2); }
     /// True when slots and starts lie within the page and never increase.
     bool wellFormed() const;
-    /// True when the free bytes of a wellFormed() page are all those between slots and rows, which is so
-    /// on every page that no writer has treated carelessly.
+    /// True when the free bytes of a wellFormed() page are all those between slots and rows, which
+    /// is so on every page that no writer has treated carelessly.
     bool hasExactFreeBytes() const {
         return freeBytes() == lowestStart() - format_->dataHeader - 2 * slotCount();
     }

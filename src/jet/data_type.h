@@ -32,8 +32,8 @@ constexpr bool isLongValue(DataType type) {
     return type == DataType::Memo || type == DataType::LongBinary;
 }
 
-/// Bytes of a value of the types that have a place of fixed size in their row; 0 for the others. A Boolean
-/// lies in the null mask, but its column has a length of 1.
+/// Bytes of a value of the types that have a place of fixed size in their row; 0 for the others. A
+/// Boolean lies in the null mask, but its column has a length of 1.
 constexpr std::uint16_t fixedSizeOf(DataType type) {
     switch (type) {
         case DataType::Boolean:

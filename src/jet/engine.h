@@ -20,7 +20,8 @@ struct EngineOptions {
     std::size_t pageCacheBytes = 8u << 20;
     /// How long a connection waits for a file that another process holds before it fails.
     int lockWaitMilliseconds = 2000;
-    /// Pages that a file may have, where they are to be fewer than its format allows; 0: no such limit.
+    /// Pages that a file may have, where they are to be fewer than its format allows; 0: no such
+    /// limit.
     std::uint32_t maximumPages = 0;
 };
 

@@ -31,8 +31,8 @@ constexpr std::uint32_t leastPages = 3;
 
 std::unique_ptr<base::RandomAccessFile> openExisting(FileOpener& files, const std::string& path,
                                                      bool forWriting) {
-    FileOpener::Opened opened = files.open(
-        path, forWriting ? FileOpener::Mode::ReadWrite : FileOpener::Mode::Read);
+    FileOpener::Opened opened =
+        files.open(path, forWriting ? FileOpener::Mode::ReadWrite : FileOpener::Mode::Read);
     if (opened.refusal == FileOpener::Refusal::NotWritable ||
         (forWriting && opened.refusal == FileOpener::Refusal::NoAccess)) {
         opened = files.open(path, FileOpener::Mode::Read);
@@ -74,7 +74,8 @@ void takeLock(base::RandomAccessFile& file, base::RandomAccessFile::Lock lock,
               const std::string& path, FileOpener& files, int waitMilliseconds) {
     for (int waited = 0; !file.tryLock(lock); waited += lockPauseMilliseconds) {
         if (waited >= waitMilliseconds) {
-            throw EngineFailure(EngineFault::InUse, path + ": the file is in use by another program");
+            throw EngineFailure(EngineFault::InUse,
+                                path + ": the file is in use by another program");
         }
         files.pause(lockPauseMilliseconds);
     }

@@ -41,11 +41,10 @@ void IndexCheck::run(const RowSet& rows, bool interrupted) {
         }
     }
     if ((index_.flags & leavesOutNulls) == 0 && named_.size() < rows.size()) {
-        const auto kind =
-            interrupted ? CheckFinding::Kind::Unfinished : CheckFinding::Kind::Damage;
-        report_.add(kind, index_.rootPage, "an index of table " + table_.name + " has " +
-                                            std::to_string(named_.size()) + " entries for " +
-                                            std::to_string(rows.size()) + " rows");
+        const auto kind = interrupted ? CheckFinding::Kind::Unfinished : CheckFinding::Kind::Damage;
+        report_.add(kind, index_.rootPage,
+                    "an index of table " + table_.name + " has " + std::to_string(named_.size()) +
+                        " entries for " + std::to_string(rows.size()) + " rows");
     }
 }
 
@@ -68,8 +67,8 @@ void IndexCheck::checkTree(std::uint32_t number, int level) {
     }
     if ((level >= 0 && page.level != level) || page.leaf != (page.level == 0) ||
         page.level > deepest) {
-        report_.damage(number, "it has the level " + std::to_string(page.level) +
-                                   " in the tree of its index");
+        report_.damage(
+            number, "it has the level " + std::to_string(page.level) + " in the tree of its index");
         return;
     }
     if (page.freeBytes + page.storedBytes !=
@@ -133,7 +132,7 @@ bool IndexCheck::contains(std::string_view entry) const {
         if (page.leaf) {
             return found != page.entries.end() && *found == entry;
         }
-        number = found == page.entries.end() ? page.tail
+        number = found == page.entries.end()   ? page.tail
                  : found->size() >= childBytes ? childOf(*found)
                                                : 0;
     }

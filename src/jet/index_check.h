@@ -13,15 +13,16 @@
 
 namespace jet {
 
-/// Checks the pages of one index: the tree, the order of its entries, and that each of them names a row
-/// of the table.
+/// Checks the pages of one index: the tree, the order of its entries, and that each of them names a
+/// row of the table.
 class IndexCheck {
   public:
     IndexCheck(PageFile& pages, PageCensus& census, CheckReport& report, const StoredTable& table,
                const StoredIndex& index);
 
     /// `rows` are the home places of the table's rows.
-    /// `interrupted`: the table bears traces of a change that was cut short, which may lack entries.
+    /// `interrupted`: the table bears traces of a change that was cut short, which may lack
+    /// entries.
     void run(const RowSet& rows, bool interrupted);
     /// Looks an entry up from the root on, as a reader does.
     bool contains(std::string_view entry) const;

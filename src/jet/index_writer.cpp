@@ -58,9 +58,9 @@ void IndexWriter::add(std::string_view key, RowPointer row) {
     const std::uint32_t number = findLeaf(entry, leaf);
     leaf.entries.insert(std::lower_bound(leaf.entries.begin(), leaf.entries.end(), entry), entry);
     if (!leaf.fits(pages_.format())) {
-        throw base::EngineFailure(base::EngineFault::Full,
-                                  pages_.path() + ": an index of " + table_.stored().name +
-                                      " has no room for another entry");
+        throw base::EngineFailure(base::EngineFault::Full, pages_.path() + ": an index of " +
+                                                               table_.stored().name +
+                                                               " has no room for another entry");
     }
     const PageHandle page = pages_.read(number);
     leaf.write(pages_.format(), page.bytes());

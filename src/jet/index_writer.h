@@ -11,8 +11,8 @@
 
 namespace jet {
 
-/// Adds entries to one index of an engine's own table. The trees of these tables are small: a leaf that
-/// is full is not split but refused.
+/// Adds entries to one index of an engine's own table. The trees of these tables are small: a leaf
+/// that is full is not split but refused.
 class IndexWriter {
   public:
     IndexWriter(PageFile& pages, const Table& table, std::size_t index);

@@ -29,8 +29,8 @@ void LongValueCheck::checkMaps() {
     if (column_.ownedMap.page == 0) {
         return;
     }
-    owned_ = census_.readMap(column_.ownedMap, table_,
-                             "the map of the pages of " + column_.field.name);
+    owned_ =
+        census_.readMap(column_.ownedMap, table_, "the map of the pages of " + column_.field.name);
     for (std::uint32_t page = owned_.first(); page != PageSet::none; page = owned_.next(page + 1)) {
         census_.claim(page, PageCensus::Use::LongValues, table_);
     }
@@ -82,8 +82,8 @@ void LongValueCheck::checkValue(RowPointer home, std::string_view definition) {
 bool LongValueCheck::takePiece(RowPointer home, RowPointer place, bool single,
                                std::uint32_t& length, RowPointer& next) {
     if (!owned_.contains(place.page)) {
-        fail(home, "leads to page " + std::to_string(place.page) +
-                       ", which is no page of this column");
+        fail(home,
+             "leads to page " + std::to_string(place.page) + ", which is no page of this column");
         return false;
     }
     if (!pieces_.insert(place)) {

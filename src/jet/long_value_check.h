@@ -12,8 +12,8 @@
 
 namespace jet {
 
-/// Checks the values of one Memo or LongBinary column: the pages of its maps and the pieces of every
-/// value. No piece may belong to two values, which also bounds the time that chains can take.
+/// Checks the values of one Memo or LongBinary column: the pages of its maps and the pieces of
+/// every value. No piece may belong to two values, which also bounds the time that chains can take.
 class LongValueCheck {
   public:
     LongValueCheck(PageFile& pages, PageCensus& census, CheckReport& report, std::uint32_t table,

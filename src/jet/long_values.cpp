@@ -199,8 +199,7 @@ std::uint32_t LongValues::choosePage(ColumnMaps& maps, std::size_t length) {
 
 void LongValues::release(std::size_t column, std::string_view definition) {
     if (maps_[column].exists && definition.size() >= definitionBytes &&
-        (parse(definition).flags & inlineFlag) == 0 &&
-        parse(definition).place.page != 0) {
+        (parse(definition).flags & inlineFlag) == 0 && parse(definition).place.page != 0) {
         releases_.push_back({column, std::string(definition.substr(0, definitionBytes))});
     }
 }

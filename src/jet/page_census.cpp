@@ -12,10 +12,15 @@ namespace {
 
 constexpr std::size_t inlineHeader = 5;
 
-constexpr std::array<const char*, 9> useNames{
-    "nothing",          "the header",           "the map of free pages",
-    "a definition",     "rows of usage maps",   "a page of a usage map",
-    "a page of rows",   "a page of long values", "an index page"};
+constexpr std::array<const char*, 9> useNames{"nothing",
+                                              "the header",
+                                              "the map of free pages",
+                                              "a definition",
+                                              "rows of usage maps",
+                                              "a page of a usage map",
+                                              "a page of rows",
+                                              "a page of long values",
+                                              "an index page"};
 
 }  // namespace
 

@@ -30,13 +30,14 @@ class PageCensus {
 
     PageCensus(PageFile& pages, CheckReport& report);
 
-    /// Notes a use. False, with a finding, for a page outside the file or one with another use; `table`
-    /// is the page of the definition of the table that the page belongs to, 0 where there is none.
+    /// Notes a use. False, with a finding, for a page outside the file or one with another use;
+    /// `table` is the page of the definition of the table that the page belongs to, 0 where there
+    /// is none.
     bool claim(std::uint32_t page, Use use, std::uint32_t table);
     bool isClaimed(std::uint32_t page) const { return uses_[page] != Use::Unknown; }
 
-    /// The pages that the map at `place` holds, those outside the file left out; `what` names the map.
-    /// Its own pages are claimed, what does not fit the format becomes a finding.
+    /// The pages that the map at `place` holds, those outside the file left out; `what` names the
+    /// map. Its own pages are claimed, what does not fit the format becomes a finding.
     PageSet readMap(RowPointer place, std::uint32_t table, const std::string& what);
     /// Reads the map of free pages and gives the pages that are not free.
     PageSet readFreePages();

@@ -96,7 +96,8 @@ class PageFile {
     /// A page of zeros that takes the place of whatever the file holds there; `number` may be the
     /// one just after the end. It counts as fresh.
     PageHandle create(std::uint32_t number);
-    /// Lengthens the file, so that its last page is this one at least. It is all zeros until it is written.
+    /// Lengthens the file, so that its last page is this one at least. It is all zeros until it is
+    /// written.
     void reserve(std::uint32_t number) { pageCount_ = std::max(pageCount_, number + 1); }
     /// Must be called after each change of a page's bytes (before the next page is asked for).
     void changed(Page& page);

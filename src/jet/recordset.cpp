@@ -33,10 +33,7 @@ class Recordset::Implementation {
     }
     Implementation(const Implementation&) = delete;
     Implementation& operator=(const Implementation&) = delete;
-    ~Implementation() {
-        cancelUpdate();
-        dropMarks();
-    }
+    ~Implementation() { cancelUpdate(); }
 
     const TableDefinition& definition() const { return definition_; }
     std::int64_t recordCount() const { return table_.rowCount(); }
@@ -165,24 +162,6 @@ class Recordset::Implementation {
             table_.longValues().release(i, composedValue(i));
         }
         editing_ = Editing::None;
-    }
-
-    void markRows() {
-        beginChange();
-        dropMarks();
-        marked_ = table_.closePages();
-        marking_ = true;
-    }
-
-    void dropMarks() {
-        if (std::exchange(marking_, false)) {
-            table_.reopenPages();
-        }
-    }
-
-    bool isMarked() {
-        current();
-        return marked_.contains(currentHome().page);
     }
 
     void deleteCurrent() {
@@ -329,8 +308,6 @@ class Recordset::Implementation {
     RowPointer newHome_;
     PageHandle newPage_;
     RowView newRow_;
-    PageSet marked_;
-    bool marking_ = false;
 };
 
 Recordset::Recordset() = default;
@@ -433,8 +410,6 @@ void Recordset::setValue(int field, const Value& value) {
 void Recordset::setNull(int field) { opened().setNull(field); }
 void Recordset::update() { opened().update(); }
 void Recordset::cancelUpdate() { opened().cancelUpdate(); }
-void Recordset::markRows() { opened().markRows(); }
-bool Recordset::isMarked() const { return opened().isMarked(); }
 void Recordset::deleteCurrent() { opened().deleteCurrent(); }
 
 }  // namespace jet

@@ -90,12 +90,6 @@ class Recordset {
     void update();
     void cancelUpdate();
 
-    /// Remembers which rows the table has now, in one bit a page: rows stored from now on, by
-    /// anyone, go to pages that hold none of them. isMarked() says whether the current row is one
-    /// of them. The mark lasts as long as the recordset is open.
-    void markRows();
-    bool isMarked() const;
-
     /// Deletes the current row; there is no current row until the next move, which goes to the row
     /// that followed it.
     void deleteCurrent();

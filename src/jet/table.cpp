@@ -157,32 +157,6 @@ PageHandle Table::readDataPage(std::uint32_t number) const {
     return page;
 }
 
-PageSet Table::closePages() {
-    insertPage_ = 0;
-    ++closings_;
-    const PageSet& owned = owned_.pages();
-    for (std::uint32_t page = owned.first(); page != PageSet::none; page = owned.next(page + 1)) {
-        closed_.insert(page);
-        if (freeSpace_.contains(page)) {
-            freeSpace_.remove(page);
-            roomInClosed_.insert(page);
-        }
-    }
-    return owned;
-}
-
-void Table::reopenPages() {
-    if (--closings_ > 0) {
-        return;
-    }
-    for (std::uint32_t page = roomInClosed_.first(); page != PageSet::none;
-         page = roomInClosed_.next(page + 1)) {
-        freeSpace_.add(page);
-    }
-    closed_ = {};
-    roomInClosed_ = {};
-}
-
 RowPointer Table::insert(ByteSpan row) {
     PageHandle page = choosePage(row.size());
     const std::uint32_t slot = DataPage(file_.format(), *page).insert(row);
@@ -234,11 +208,7 @@ PageHandle Table::chooseFreshPage(std::size_t length) {
 }
 
 PageHandle Table::addPage() {
-    std::uint32_t number = file_.allocatePage();
-    // A closed page that was given back meanwhile goes to others, not to this table's new rows.
-    for (; closed_.contains(number); number = file_.allocatePage()) {
-        file_.releasePage(number);
-    }
+    const std::uint32_t number = file_.allocatePage();
     PageHandle page = file_.pages().create(number);
     DataPage(file_.format(), *page).initialise(stored_.page());
     page->liveRows = 0;
@@ -296,7 +266,7 @@ void Table::move(RowPointer home, PageHandle& homePage, ByteSpan row) {
     }
     view.replace(home.slot, pointer, RowKind::Pointer);
     file_.pages().changed(*homePage);
-    noteFreeSpace(home.page);
+    freeSpace_.add(home.page);
 }
 
 void Table::erase(RowPointer home) {
@@ -316,16 +286,8 @@ void Table::erase(RowPointer home) {
     view.erase(home.slot);
     file_.pages().changed(*page);
     --stored_.rowCount;
-    noteFreeSpace(home.page);
+    freeSpace_.add(home.page);
     releaseIfEmpty(page);
-}
-
-void Table::noteFreeSpace(std::uint32_t page) {
-    if (closed_.contains(page)) {
-        roomInClosed_.insert(page);
-    } else {
-        freeSpace_.add(page);
-    }
 }
 
 /// A page without rows goes back to the file, so that it need not even be written.
@@ -336,7 +298,6 @@ void Table::releaseIfEmpty(PageHandle& page) {
     const std::uint32_t number = page->number;
     owned_.remove(number);
     freeSpace_.remove(number);
-    roomInClosed_.erase(number);
     if (insertPage_ == number) {
         insertPage_ = 0;
     }
@@ -355,7 +316,7 @@ void Table::eraseAt(RowPointer place) {
     page->liveRows = static_cast<std::int32_t>(view.liveSlots());
     view.erase(place.slot);
     file_.pages().changed(*page);
-    noteFreeSpace(place.page);
+    freeSpace_.add(place.page);
 }
 
 void Table::applyDeferredErases() {
@@ -385,8 +346,8 @@ void Table::noteAutoNumber(ByteSpan row, const StoredColumn& numbers) {
 }
 
 void Table::mend() {
-    const auto numbers =
-        std::find_if(stored_.columns.begin(), stored_.columns.end(), [](const StoredColumn& column) {
+    const auto numbers = std::find_if(
+        stored_.columns.begin(), stored_.columns.end(), [](const StoredColumn& column) {
             return column.field.autoNumber && column.field.type == DataType::Long;
         });
     std::set<std::uint32_t> referred;

@@ -43,10 +43,6 @@ class Table {
     /// Must precede the first change: takes the lock, refuses read-only files and tables with
     /// indexes (unless `keepsIndexes`), and mends what an interrupted change has left behind.
     void beginChange(bool keepsIndexes = false);
-    /// Sends the rows to come to other pages than the table has now, and returns these. Each call is
-    /// undone by one of reopenPages().
-    PageSet closePages();
-    void reopenPages();
     RowPointer insert(ByteSpan row);
     void update(RowPointer home, ByteSpan row);
     void erase(RowPointer home);
@@ -69,7 +65,8 @@ class Table {
     bool isChanging() const { return changing_; }
     /// True when the definition bears the mark of an interrupted change.
     bool wasInterrupted() const { return interrupted_; }
-    /// True when a change of the table was cut short: the mark says so, or, in Jet 3, the count of rows.
+    /// True when a change of the table was cut short: the mark says so, or, in Jet 3, the count of
+    /// rows.
     bool wasCutShort() { return interrupted_ || (!changing_ && countRows() != stored_.rowCount); }
     /// Whether the first page of a definition bears that mark.
     static bool bearsMark(const Format& format, const std::uint8_t* definition);
@@ -89,7 +86,6 @@ class Table {
     PageHandle addPage();
     void move(RowPointer home, PageHandle& homePage, ByteSpan row);
     void eraseAt(RowPointer place);
-    void noteFreeSpace(std::uint32_t page);
     void releaseIfEmpty(PageHandle& page);
 
     DatabaseFile& file_;
@@ -98,9 +94,6 @@ class Table {
     UsageMap freeSpace_;
     LongValues longValues_;
     std::uint32_t insertPage_ = 0;
-    PageSet closed_;        ///< pages that no new row may go to
-    PageSet roomInClosed_;  ///< those of them that have room
-    int closings_ = 0;
     std::uint64_t insertVersion_ = 0;  ///< of that page after the last insert
     std::vector<RowPointer> deferredErases_;
     bool changing_ = false;

@@ -86,7 +86,8 @@ void TableCheck::checkDefinitionEnd() {
     std::uint32_t end[2] = {};
     for (std::uint32_t i = 0; i < 2; ++i) {
         const std::uint32_t at = length - 2 + i;
-        const std::uint32_t link = at < pageSize ? 0 : 1 + (at - pageSize) / (pageSize - chainHeader);
+        const std::uint32_t link =
+            at < pageSize ? 0 : 1 + (at - pageSize) / (pageSize - chainHeader);
         const std::uint32_t offset =
             at < pageSize ? at : chainHeader + (at - pageSize) % (pageSize - chainHeader);
         if (link < table_.pages.size()) {
@@ -107,12 +108,12 @@ void TableCheck::checkDefinitionEnd() {
 void TableCheck::checkMaps() {
     owned_ = census_.readMap(table_.ownedMap, table_.page(),
                              "the map of the pages of table " + table_.name);
-    const PageSet room = census_.readMap(
-        table_.freeMap, table_.page(), "the map of the pages with room of table " + table_.name);
+    const PageSet room = census_.readMap(table_.freeMap, table_.page(),
+                                         "the map of the pages with room of table " + table_.name);
     for (std::uint32_t page = room.first(); page != PageSet::none; page = room.next(page + 1)) {
         if (!owned_.contains(page)) {
-            report_.damage(page, "it is said to have room for table " + table_.name +
-                                     " but is no page of it");
+            report_.damage(
+                page, "it is said to have room for table " + table_.name + " but is no page of it");
         }
     }
     for (std::uint32_t page = owned_.first(); page != PageSet::none; page = owned_.next(page + 1)) {
@@ -237,7 +238,8 @@ void TableCheck::checkText(RowPointer home, const StoredColumn& column, std::str
     }
 }
 
-/// Numbers were handed out from 1 on; a replicated table has random ones, of which half are negative.
+/// Numbers were handed out from 1 on; a replicated table has random ones, of which half are
+/// negative.
 void TableCheck::checkAutoNumber(RowPointer home, const StoredColumn& column, ByteSpan value) {
     if (value.size() != 4) {
         return;

@@ -56,7 +56,8 @@ class TableCheck {
     PageSet owned_;
     RowSet homes_;     ///< kept only where an index has to name them
     RowSet referred_;  ///< places that pointers lead to
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> moved_;  ///< page, number of moved rows on it
+    std::vector<std::pair<std::uint32_t, std::uint32_t>>
+        moved_;  ///< page, number of moved rows on it
     std::uint64_t rows_ = 0;
     std::vector<LongValueCheck> longValues_;
     std::vector<int> longValueOf_;  ///< by column: place in longValues_, or -1

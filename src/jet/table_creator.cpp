@@ -50,9 +50,9 @@ void TableCreator::create(const TableDefinition& table) {
     CatalogWriter catalog(file_);
     catalog.beginChange();
     if (!catalog.hasRoomFor(table.name)) {
-        throw EngineFailure(EngineFault::Full, file_.pages().path() +
-                                                   ": the catalog's indexes have no room for table " +
-                                                   table.name);
+        throw EngineFailure(
+            EngineFault::Full,
+            file_.pages().path() + ": the catalog's indexes have no room for table " + table.name);
     }
     StoredTable stored = plan(table);
     writeDefinition(stored);

@@ -18,6 +18,16 @@ TEST_F(CreateCommand, MakesAnEmptyArchive) {
     EXPECT_EQ(tables(archive), emptyTables);
 }
 
+TEST_F(CreateCommand, MakesAnArchiveOfTheFormatAskedFor) {
+    constexpr std::size_t versionOffset = 0x14;
+    companion.output({"create", archive});
+    EXPECT_EQ(folder.read("a.mdb").at(versionOffset), 1);
+    EXPECT_EQ(companion.output({"create", archive, "--force", "--format", "jet3"}), "");
+    EXPECT_EQ(folder.read("a.mdb").at(versionOffset), 0);
+    EXPECT_EQ(tables(archive), emptyTables);
+    EXPECT_EQ(companion.run({"create", archive, "--force", "--format", "jet5"}).code, 2);
+}
+
 TEST_F(CreateCommand, RefusesAFileThatIsThere) {
     folder.makeFile("a.mdb", "precious");
     const Outcome outcome = companion.run({"create", archive});

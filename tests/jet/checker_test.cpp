@@ -40,10 +40,10 @@ class CheckSamples : public testing::Test {
 
 TEST_F(CheckSamples, FilesOfOtherProgramsAreSound) {
     for (const char* const name :
-         {"bigtdef-memo-jet3.mdb", "bigtdef-memo-jet4.mdb", "compindex-jet3.mdb", "deleted-jet4.mdb",
-          "empty-engine-jet4.mdb", "emptytables-jet3.mdb", "overflow-jet3.mdb", "overflow-jet4.mdb",
-          "ref-ops-jet3.mdb", "ref-ops-jet4.mdb", "ref-tiny-jet3.mdb", "ref-tiny-jet4.mdb",
-          "unicode-jet4.mdb"}) {
+         {"bigtdef-memo-jet3.mdb", "bigtdef-memo-jet4.mdb", "compindex-jet3.mdb",
+          "deleted-jet4.mdb", "empty-engine-jet4.mdb", "emptytables-jet3.mdb", "overflow-jet3.mdb",
+          "overflow-jet4.mdb", "ref-ops-jet3.mdb", "ref-ops-jet4.mdb", "ref-tiny-jet3.mdb",
+          "ref-tiny-jet4.mdb", "unicode-jet4.mdb"}) {
         const jet::CheckReport report = check(name);
         EXPECT_TRUE(report.isSound()) << name << "\n" << textOf(report);
         EXPECT_GE(report.tableCount, 4u) << name;
@@ -99,7 +99,8 @@ class Checker : public testing::TestWithParam<jet::FileFormat> {
         return pages;
     }
 
-    /// The page of the definition of the table with moved rows, and a page of each kind of its rows.
+    /// The page of the definition of the table with moved rows, and a page of each kind of its
+    /// rows.
     std::pair<std::size_t, std::uint32_t> findSlot(std::uint32_t flags) {
         for (std::size_t page = 2; page < pageCount(); ++page) {
             if (*at(page) != 1 || jet::get32(at(page, 4)) == jet::longValueOwner) {
@@ -238,7 +239,8 @@ TEST_P(Checker, NotesAPageThatNothingUses) {
 }
 
 TEST_P(Checker, NamesAPageInTwoMaps) {
-    // The second map row of a page of maps is the hint of pages with room: make it name another table's.
+    // The second map row of a page of maps is the hint of pages with room: make it name another
+    // table's.
     const auto maps = pagesOf(1);
     for (const std::size_t page : maps) {
         if (jet::get32(at(page, 4)) == 0 && slotCount(page) >= 2) {
@@ -301,9 +303,9 @@ TEST_P(Checker, KeepsABoundedNumberOfFindings) {
     const jet::CheckReport report = check();
     EXPECT_FALSE(report.isIntact());
     EXPECT_LE(report.findings().size(), jet::CheckReport::maximumFindings);
-    EXPECT_EQ(report.findings().size() + report.leftOut(),
-              report.count(Kind::Damage) + report.count(Kind::Unfinished) +
-                  report.count(Kind::LostSpace));
+    EXPECT_EQ(report.findings().size() + report.leftOut(), report.count(Kind::Damage) +
+                                                               report.count(Kind::Unfinished) +
+                                                               report.count(Kind::LostSpace));
 }
 
 TEST_P(Checker, AFileBeingWrittenIsInUse) {

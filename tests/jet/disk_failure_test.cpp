@@ -1,5 +1,5 @@
-// The disk fails while the process lives on: the failure is thrown, the rows stay, and a later flush
-// stores them when the disk works again.
+// The disk fails while the process lives on: the failure is thrown, the rows stay, and a later
+// flush stores them when the disk works again.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,8 @@ const std::string path = "/archive.mdb";
 
 Item item(std::int32_t id) {
     const auto seed = static_cast<std::uint32_t>(id);
-    return {id, id % 3, someText(seed, 10 + seed % 120), seed % 9 == 0 ? someText(seed, seed % 700) : ""};
+    return {id, id % 3, someText(seed, 10 + seed % 120),
+            seed % 9 == 0 ? someText(seed, seed % 700) : ""};
 }
 
 }  // namespace
@@ -151,7 +152,8 @@ TEST_P(DiskFailure, AFailureInTheMiddleOfASaveLosesNoEarlierRow) {
                     session.insert(item(id));
                 } catch (const base::Failure&) {
                     failed = true;
-                    ASSERT_EQ(model.complaint(session.read(), ItemModel::Accept::AnySinceFlush), "");
+                    ASSERT_EQ(model.complaint(session.read(), ItemModel::Accept::AnySinceFlush),
+                              "");
                     model.adopt(session.read());
                 }
             }

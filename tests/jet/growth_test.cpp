@@ -128,8 +128,9 @@ TEST_P(Growth, AFullFileIsAFailureThatSaysSoAndStaysSound) {
         ItemSession session(files_, path, model_, options);
         try {
             for (std::int32_t id = 0; id < 100000; ++id) {
-                session.insert({id, id % 3, someText(static_cast<std::uint32_t>(id), 200),
-                                id % 20 == 0 ? someText(static_cast<std::uint32_t>(id), 2500) : ""});
+                session.insert(
+                    {id, id % 3, someText(static_cast<std::uint32_t>(id), 200),
+                     id % 20 == 0 ? someText(static_cast<std::uint32_t>(id), 2500) : ""});
             }
             ADD_FAILURE() << "the file never became full";
         } catch (const base::EngineFailure& failure) {

@@ -1,5 +1,5 @@
-// Files made to mislead: whatever stands in them, the engine ends with rows or with a failure of its
-// own, soon and without much memory.
+// Files made to mislead: whatever stands in them, the engine ends with rows or with a failure of
+// its own, soon and without much memory.
 
 #include <gtest/gtest.h>
 
@@ -155,8 +155,8 @@ TEST_P(HostileFile, NumbersThatPointFarOut) {
 TEST_P(HostileFile, PagesInEachOthersPlaces) {
     for (std::size_t number = 1; number < pageCount(); ++number) {
         std::string content = sound_;
-        std::copy_n(sound_.begin() + static_cast<std::ptrdiff_t>(
-                                         (pageCount() - number) * format().pageSize),
+        std::copy_n(sound_.begin() +
+                        static_cast<std::ptrdiff_t>((pageCount() - number) * format().pageSize),
                     format().pageSize,
                     content.begin() + static_cast<std::ptrdiff_t>(number * format().pageSize));
         expectOrderly(content, "page " + std::to_string(number));

@@ -1,5 +1,5 @@
-// The process is stopped, or the machine loses power, at every write of every kind of work: the file
-// must still be sound, and hold what was stored.
+// The process is stopped, or the machine loses power, at every write of every kind of work: the
+// file must still be sound, and hold what was stored.
 
 #include <gtest/gtest.h>
 
@@ -25,8 +25,8 @@ struct Work {
 };
 
 Item plainItem(std::int32_t id) {
-    return {id, id % 3, someText(static_cast<std::uint32_t>(id), 20 + static_cast<std::size_t>(id) % 90),
-            ""};
+    return {id, id % 3,
+            someText(static_cast<std::uint32_t>(id), 100 + static_cast<std::size_t>(id) % 120), ""};
 }
 
 void insertItems(ItemSession& session, std::int32_t from, std::int32_t to) {
@@ -59,7 +59,7 @@ void giveNotes(ItemSession& session, std::size_t step) {
 
 std::vector<Work> works() {
     return {
-        {"Save", [](ItemSession&) {}, [](ItemSession& s) { insertItems(s, 0, 2500); }},
+        {"Save", [](ItemSession&) {}, [](ItemSession& s) { insertItems(s, 0, 2000); }},
         {"SaveWithFlushes", [](ItemSession& s) { insertItems(s, 0, 100); },
          [](ItemSession& s) {
              for (int part = 1; part < 8; ++part) {
@@ -67,7 +67,7 @@ std::vector<Work> works() {
                  s.flush();
              }
          }},
-        {"UpdateThatMovesRows", [](ItemSession& s) { insertItems(s, 0, 1500); },
+        {"UpdateThatMovesRows", [](ItemSession& s) { insertItems(s, 0, 1300); },
          [](ItemSession& s) { lengthenItems(s, 250); }},
         {"UpdateThatMovesRowsAgain",
          [](ItemSession& s) {
@@ -84,8 +84,8 @@ std::vector<Work> works() {
          }},
         {"DeletionOfOneMediumOfThree",
          [](ItemSession& s) {
-             insertItems(s, 0, 1500);
-             lengthenItems(s, 200);
+             insertItems(s, 0, 700);
+             lengthenItems(s, 250);
          },
          [](ItemSession& s) { s.deleteMedium(1); }},
         {"DeletionOfAllAndSave",
@@ -200,8 +200,8 @@ TEST_P(Interruption, PowerMayFailAtAnyWrite) {
         const ItemModel model = perform([&] { files_.stopAtWrite = last; });
         files_.heal();
         files_.cutPower(seed);
-        expectSurvived(model, "power cut at write " + std::to_string(last) + ", seed " +
-                                  std::to_string(seed));
+        expectSurvived(
+            model, "power cut at write " + std::to_string(last) + ", seed " + std::to_string(seed));
     }
 }
 
@@ -216,7 +216,8 @@ class InterruptedCreation : public testing::TestWithParam<jet::FileFormat> {
         }
     }
 
-    /// Either no program takes the file for a database, or it is one, with none, one or both tables.
+    /// Either no program takes the file for a database, or it is one, with none, one or both
+    /// tables.
     void expectUsable(const std::string& when) {
         if (!files_.exists(path)) {
             return;
@@ -227,16 +228,19 @@ class InterruptedCreation : public testing::TestWithParam<jet::FileFormat> {
             const auto tables = database.tables();
             ASSERT_GE(tables.size(), 4u) << when;
             ASSERT_TRUE(jet::checkDatabase(files_, path).isIntact())
-                << when << "\n" << textOf(jet::checkDatabase(files_, path));
+                << when << "\n"
+                << textOf(jet::checkDatabase(files_, path));
             for (const auto& table : tables) {
                 EXPECT_FALSE(database.table(table.name).fields.empty()) << when;
             }
             database.append({"third", {{"Id", jet::DataType::Long}}, {}});
             database.close();
             ASSERT_TRUE(jet::checkDatabase(files_, path).isSound())
-                << when << "\n" << textOf(jet::checkDatabase(files_, path));
+                << when << "\n"
+                << textOf(jet::checkDatabase(files_, path));
         } catch (const base::EngineFailure& failure) {
-            EXPECT_TRUE(failure.fault() == base::EngineFault::NotADatabase) << when << failure.text();
+            EXPECT_TRUE(failure.fault() == base::EngineFault::NotADatabase)
+                << when << failure.text();
         }
     }
 

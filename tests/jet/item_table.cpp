@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <set>
 
-
 namespace jet_test {
 
 namespace {
@@ -11,9 +10,9 @@ namespace {
 enum Column { Id, Medium, Name, Note };
 
 std::string describe(const Item& item) {
-    return "row " + std::to_string(item.id) + " (medium " + std::to_string(item.medium) + ", name of " +
-           std::to_string(item.name.size()) + " bytes, note of " + std::to_string(item.note.size()) +
-           ")";
+    return "row " + std::to_string(item.id) + " (medium " + std::to_string(item.medium) +
+           ", name of " + std::to_string(item.name.size()) + " bytes, note of " +
+           std::to_string(item.note.size()) + ")";
 }
 
 }  // namespace
@@ -100,10 +99,10 @@ void ItemSession::create(support::FaultyFiles& files, const std::string& path,
     jet::CreateOptions create;
     create.format = format;
     create.creationDate = 42329.25;
-    auto database =
-        jet::Database::create(engine, path, ";LANGID=0x0409;CP=1252;COUNTRY=0", create);
+    auto database = jet::Database::create(engine, path, ";LANGID=0x0409;CP=1252;COUNTRY=0", create);
     using enum jet::DataType;
-    database.append({"items", {{"Id", Long}, {"Medium", Long}, {"Name", Text}, {"Note", Memo}}, {}});
+    database.append(
+        {"items", {{"Id", Long}, {"Medium", Long}, {"Name", Text}, {"Note", Memo}}, {}});
     database.append({"media", {{"Id", Long}, {"Label", Text}}, {}});
     database.close();
 }

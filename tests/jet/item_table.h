@@ -30,8 +30,8 @@ struct Item {
     friend bool operator==(const Item&, const Item&) = default;
 };
 
-/// What may be in the table, row by row: the version stored last by a flush that returned, and every
-/// version since. No version is a version too.
+/// What may be in the table, row by row: the version stored last by a flush that returned, and
+/// every version since. No version is a version too.
 class ItemModel {
   public:
     void put(const Item& item) { versions(item.id).push_back(item); }
@@ -55,8 +55,8 @@ class ItemModel {
     std::map<std::int32_t, Versions> rows_;
 };
 
-/// A connection to the table by an engine of its own, whose cache is as small as can be. Each change goes
-/// to the model, too, before it is tried.
+/// A connection to the table by an engine of its own, whose cache is as small as can be. Each
+/// change goes to the model, too, before it is tried.
 class ItemSession {
   public:
     enum class Decision { Keep, Replace, Delete };
@@ -72,8 +72,8 @@ class ItemSession {
                        jet::EngineOptions options = smallCache());
 
     void insert(const Item& item);
-    /// Looks at every row that `filter` lets through and does what `decide` says; a replaced row takes
-    /// the item as `decide` has left it.
+    /// Looks at every row that `filter` lets through and does what `decide` says; a replaced row
+    /// takes the item as `decide` has left it.
     void change(const std::function<Decision(Item&)>& decide, const std::string& filter = {});
     void deleteMedium(std::int32_t medium);
     std::vector<Item> read();
@@ -95,7 +95,8 @@ class ItemSession {
     jet::Recordset rows_;
 };
 
-/// The text of `length` characters that belongs to a seed; mostly plain letters, some others among them.
+/// The text of `length` characters that belongs to a seed; mostly plain letters, some others among
+/// them.
 std::string someText(std::uint32_t seed, std::size_t length);
 
 /// The findings as lines, for a test's message.

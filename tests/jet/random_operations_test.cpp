@@ -30,7 +30,9 @@ class RandomOperations : public testing::TestWithParam<std::tuple<jet::FileForma
     RandomOperations()
         : files_(2048), random_(static_cast<std::uint32_t>(std::get<1>(GetParam()))) {}
 
-    std::uint32_t pick(std::uint32_t below) { return static_cast<std::uint32_t>(random_()) % below; }
+    std::uint32_t pick(std::uint32_t below) {
+        return static_cast<std::uint32_t>(random_()) % below;
+    }
 
     Item someItem(std::int32_t id) {
         Item item{id, static_cast<std::int32_t>(pick(5)), someText(pick(1u << 30), pick(256)), ""};
@@ -112,18 +114,17 @@ class RandomOperations : public testing::TestWithParam<std::tuple<jet::FileForma
     /// Events run in the middle of a deletion, and store rows through the other connection.
     void insertDuringDeletion() {
         const auto medium = static_cast<std::int32_t>(pick(5));
-        first_->change(
-            [&](Item& item) {
-                if (item.medium != medium) {
-                    return Decision::Keep;
-                }
-                if (pick(4) == 0) {
-                    Item more = someItem(nextId_++);
-                    more.medium = medium == 0 ? 1 : 0;
-                    second_->insert(more);
-                }
-                return Decision::Delete;
-            });
+        first_->change([&](Item& item) {
+            if (item.medium != medium) {
+                return Decision::Keep;
+            }
+            if (pick(4) == 0) {
+                Item more = someItem(nextId_++);
+                more.medium = medium == 0 ? 1 : 0;
+                second_->insert(more);
+            }
+            return Decision::Delete;
+        });
     }
 
     void expectSound() {

@@ -557,61 +557,6 @@ TEST_P(MemoTest, MemoThatAnotherTakesAwayDuringAChangeStaysAway) {
     EXPECT_TRUE(one.rows.isNull(12));
 }
 
-// ----- marks
-// ----------------------------------------------------------------------------------------
-
-TEST_P(RecordsetTest, MarkTellsOldRowsFromNewOnes) {
-    addMany(100);
-    OpenTable open(engine, path, "everything");
-    open.rows.markRows();
-    {
-        OpenTable writer(engine, path, "everything");
-        for (int i = 1000; i < 1100; ++i) {
-            add(writer.rows, i);
-        }
-    }
-    for (; !open.rows.endOfFile(); open.rows.moveNext()) {
-        EXPECT_EQ(open.rows.isMarked(), open.rows.integer(0) < 1000) << open.rows.integer(0);
-    }
-}
-
-TEST_P(RecordsetTest, ChangedRowsKeepTheirMark) {
-    addMany(50);
-    OpenTable open(engine, path, "everything");
-    open.rows.markRows();
-    for (; !open.rows.endOfFile(); open.rows.moveNext()) {
-        open.rows.setText(9, std::string(250, 'g'));
-        open.rows.update();
-        EXPECT_TRUE(open.rows.isMarked());
-    }
-    add(open.rows, 1000);
-    EXPECT_FALSE(open.rows.isMarked());
-}
-
-TEST_P(RecordsetTest, SpaceFreedAfterTheMarkIsNotUsedForNewRows) {
-    addMany(100);
-    OpenTable open(engine, path, "everything");
-    open.rows.markRows();
-    OpenTable writer(engine, path, "everything");
-    writer.rows.setFilter("id='50'");
-    writer.rows.deleteCurrent();
-    writer.connection.flush();
-    for (int i = 1000; i < 1200; ++i) {
-        add(writer.rows, i);
-    }
-    for (; !open.rows.endOfFile(); open.rows.moveNext()) {
-        EXPECT_EQ(open.rows.isMarked(), open.rows.integer(0) < 1000) << open.rows.integer(0);
-    }
-}
-
-TEST_P(RecordsetTest, WithoutAMarkNoRowIsMarked) {
-    addMany(1);
-    OpenTable open(engine, path, "everything");
-    EXPECT_FALSE(open.rows.isMarked());
-    open.rows.moveNext();
-    EXPECT_EQ(faultOf([&] { open.rows.isMarked(); }), EngineFault::NoCurrentRow);
-}
-
 // ----- reading only
 // ---------------------------------------------------------------------------------
 

@@ -18,7 +18,8 @@ using base::EngineFault;
 
 class RefusedFile : public EngineTest {
   protected:
-    /// Opens a file with this content and expects a failure that is one line: the path, then `words`.
+    /// Opens a file with this content and expects a failure that is one line: the path, then
+    /// `words`.
     void expectRefused(const std::string& content, EngineFault fault, const std::string& words) {
         const std::string path = folder.pathOf("file.mdb");
         std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
@@ -116,7 +117,8 @@ class LockedFile : public RefusedFile, public testing::WithParamInterface<jet::F
 };
 
 TEST_P(LockedFile, AnEncodedDatabase) {
-    expectRefused(withHeaderByte(0x3E), EngineFault::Encoded, "the database is encoded (encrypted)");
+    expectRefused(withHeaderByte(0x3E), EngineFault::Encoded,
+                  "the database is encoded (encrypted)");
 }
 
 TEST_P(LockedFile, ADatabaseWithAPassword) {

@@ -25,8 +25,9 @@ jet::Numeric numeric(const std::string& text) {
 }
 
 TEST(ValueText, NullIsEmpty) {
-    EXPECT_EQ(displayText(Value()), "");
-    EXPECT_TRUE(jet::isNull(Value()));
+    const Value null;
+    EXPECT_EQ(displayText(null), "");
+    EXPECT_TRUE(jet::isNull(null));
     EXPECT_FALSE(jet::isNull(Value(std::string())));
 }
 

@@ -47,8 +47,7 @@ class FaultyFiles::File : public base::RandomAccessFile {
             const std::uint64_t at = offset + done;
             const std::uint64_t room = files_.blockSize_ - at % files_.blockSize_;
             const std::string_view block = all.substr(done, room);
-            const std::string_view part =
-                block.substr(0, files_.admit(path_, at, block.size()));
+            const std::string_view part = block.substr(0, files_.admit(path_, at, block.size()));
             place(disk_->content, at, part);
             disk_->pending.push_back({at, std::string(part)});
             done += part.size();
@@ -148,7 +147,8 @@ void FaultyFiles::noteSync(const std::string& path) {
 }
 
 void FaultyFiles::heal() {
-    stopAtWrite = failWrite = failWritesFrom = failSync = longestWrite = tearWrite = capacity = never;
+    stopAtWrite = failWrite = failWritesFrom = failSync = longestWrite = tearWrite = capacity =
+        never;
     refuseLocks = false;
     torn_ = false;
     writes_ = syncs_ = 0;

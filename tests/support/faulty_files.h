@@ -11,8 +11,8 @@
 
 namespace support {
 
-/// Files that live in memory, by their paths, on a disk that fails as told. Every folder exists. A write
-/// counts once for each block of `blockSize` bytes that it covers: what real disks do whole.
+/// Files that live in memory, by their paths, on a disk that fails as told. Every folder exists. A
+/// write counts once for each block of `blockSize` bytes that it covers: what real disks do whole.
 ///
 /// What was written and not synced is lost in cutPower(), each block by chance.
 class FaultyFiles : public base::FileOpener {
@@ -31,7 +31,8 @@ class FaultyFiles : public base::FileOpener {
     void write(const std::string& path, const std::string& content);
 
     // The faults; all of them off at first. Numbers count from the last heal() on.
-    /// Block writes from this one (1 is the first) on fail, syncs too: the process has been stopped.
+    /// Block writes from this one (1 is the first) on fail, syncs too: the process has been
+    /// stopped.
     std::uint64_t stopAtWrite = never;
     /// This block write fails, the next one succeeds.
     std::uint64_t failWrite = never;

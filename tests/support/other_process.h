@@ -4,8 +4,9 @@
 
 namespace support {
 
-/// Runs a function in a process of its own, a copy of this one; its result (0 to 254) is the exit code.
-/// Only that process's own objects may be used there; it ends without running destructors of others.
+/// Runs a function in a process of its own, a copy of this one; its result (0 to 254) is the exit
+/// code. Only that process's own objects may be used there; it ends without running destructors of
+/// others.
 class OtherProcess {
   public:
     explicit OtherProcess(const std::function<int()>& run);
