@@ -27,8 +27,8 @@ class RandomAccessFile {
     virtual std::size_t writeAt(std::uint64_t offset, const void* bytes, std::size_t count) = 0;
     virtual std::uint64_t size() = 0;
     virtual void truncate(std::uint64_t size) = 0;
-    /// May begin to bring what was written there to the medium, so that sync() finds less to do. Returns
-    /// at once and promises nothing.
+    /// May begin to bring what was written there to the medium, so that sync() finds less to do.
+    /// Returns at once and promises nothing.
     virtual void beginSync(std::uint64_t offset, std::uint64_t count) {
         static_cast<void>(offset);
         static_cast<void>(count);
