@@ -59,6 +59,7 @@ double exchangeSort(base::NumberedList<base::ScanEntry> list) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a failure ends the benchmark
 int main() {
     const bench::ScratchFolder scratch(std::filesystem::temp_directory_path());
     const auto platform = platform::createPlatform(scratch.file("vdln.ini"));

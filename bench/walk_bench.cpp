@@ -76,6 +76,7 @@ std::int64_t walk(platform::Platform& platform) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a failure ends the benchmark
 int main(int argc, char** argv) {
     const std::size_t entries = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 300000;
     const fs::path parent = argc > 2 ? fs::path(argv[2]) : fs::temp_directory_path();

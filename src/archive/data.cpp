@@ -228,6 +228,8 @@ void Data::loadMedia(const base::ArchiveLocation& archive) {
     table.close();
 }
 
+// A copy: `media` may be the shared record of the scanned medium, which events may change while the
+// question is open. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void Data::saveMedia(base::MediaInfo media, MediaSave save, base::MessageBox& box) {
     ArchiveTable table(engine_, state_.currentArchive(), "media");
     jet::Recordset& rows = table.rows();

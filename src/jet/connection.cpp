@@ -134,10 +134,9 @@ void Connection::close() {
 void Connection::rowWritten() {
     constexpr std::int64_t rowsBetweenLooks = 64;
     ++rowsSinceFlush_;
-    if (policy_.rows != 0 && rowsSinceFlush_ >= policy_.rows) {
-        flush();
-    } else if (policy_.milliseconds != 0 && rowsSinceFlush_ % rowsBetweenLooks == 0 &&
-               nowMilliseconds() - lastFlushMilliseconds_ >= policy_.milliseconds) {
+    const bool enoughRows = policy_.rows != 0 && rowsSinceFlush_ >= policy_.rows;
+    if (enoughRows || (policy_.milliseconds != 0 && rowsSinceFlush_ % rowsBetweenLooks == 0 &&
+                       nowMilliseconds() - lastFlushMilliseconds_ >= policy_.milliseconds)) {
         flush();
     }
 }

@@ -85,7 +85,7 @@ void IndexPage::write(const Format& format, std::uint8_t* page) const {
     page[at.level] = level;
     std::size_t end = 0;
     for (const std::string& entry : entries) {
-        std::memcpy(page + format.indexEntries + end, entry.data(), entry.size());
+        std::copy(entry.begin(), entry.end(), page + format.indexEntries + end);
         end += entry.size();
         page[format.indexMask + end / 8] |= static_cast<std::uint8_t>(1u << end % 8);
     }

@@ -67,6 +67,35 @@ TEST_P(Growth, ATableOfMorePagesThanItsInlineMapReachesHasAnIndirectOne) {
     EXPECT_EQ(model_.complaint(again.read(), ItemModel::Accept::Last), "");
 }
 
+/// The cache is full of pages that refer to new ones just when the map needs pages of its own: making
+/// room for one page allocates others.
+TEST_P(Growth, ATableOutgrowsItsInlineMapWhileItsRowsMove) {
+    ItemSession::create(files_, path, GetParam());
+    ItemSession session(files_, path, model_);
+    const std::size_t reach = (format().mapRow - 5) * 8;
+    // Rows that leave next to no room on their pages.
+    const std::size_t length = format().isJet4() ? 205 : 198;
+    const std::int32_t rowsOfPage = format().isJet4() ? 17 : 9;
+    for (std::int32_t id = 0; pages() + 20 < reach; ++id) {
+        session.insert({id, 0, someText(static_cast<std::uint32_t>(id), length), ""});
+        if (id % 50 == 0) {
+            session.flush();
+        }
+    }
+    session.flush();
+    // One row of each page does not fit there any longer.
+    session.change([&](Item& item) {
+        item.name = someText(static_cast<std::uint32_t>(item.id), 255);
+        return item.id % rowsOfPage == 0 ? Decision::Replace : Decision::Keep;
+    });
+    EXPECT_EQ(model_.complaint(session.read(), ItemModel::Accept::Last), "");
+    session.close();
+    EXPECT_GT(pages(), reach);
+    expectSound();
+    ItemSession again(files_, path, model_);
+    EXPECT_EQ(model_.complaint(again.read(), ItemModel::Accept::Last), "");
+}
+
 TEST_P(Growth, FreedPagesAreUsedAgain) {
     ItemSession::create(files_, path, GetParam());
     std::size_t afterFirst = 0;

@@ -98,6 +98,30 @@ std::vector<Work> works() {
              s.flush();
              insertItems(s, 2000, 2400);
          }},
+        {"ShortNotes", [](ItemSession& s) { insertItems(s, 0, 1500); },
+         [](ItemSession& s) {
+             s.change([](Item& item) {
+                 item.note = someText(static_cast<std::uint32_t>(item.id), 70);
+                 return Decision::Replace;
+             });
+         }},
+        // All new notes find room on the one page of notes that is part of the file already.
+        {"NotesOnAPageThatHasRoom",
+         [](ItemSession& s) {
+             insertItems(s, 0, 1500);
+             Item first = plainItem(-1);
+             first.note = someText(1, 70);
+             s.insert(first);
+         },
+         [](ItemSession& s) {
+             s.change([](Item& item) {
+                 if (item.id % 23 != 1) {
+                     return Decision::Keep;
+                 }
+                 item.note = someText(static_cast<std::uint32_t>(item.id), 66);
+                 return Decision::Replace;
+             });
+         }},
         {"Notes", [](ItemSession& s) { insertItems(s, 0, 160); },
          [](ItemSession& s) {
              giveNotes(s, 13);
