@@ -19,3 +19,16 @@ function(verdolin_library folder)
     target_link_libraries(${target} INTERFACE ${ARG_DEPENDS} ${ARG_PRIVATE_DEPENDS})
   endif()
 endfunction()
+
+# verdolin_window_library(<folder> SOURCES <file>... DEPENDS <target>... PRIVATE_DEPENDS <target>...)
+#
+# The same for the windows of a folder: the static library verdolin_<folder>_window, with Qt Widgets.
+function(verdolin_window_library folder)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS")
+  verdolin_library(
+    ${folder}_window
+    SOURCES ${ARG_SOURCES}
+    DEPENDS ${ARG_DEPENDS} Qt6::Widgets
+    PRIVATE_DEPENDS ${ARG_PRIVATE_DEPENDS})
+  set_target_properties(verdolin_${folder}_window PROPERTIES AUTOMOC ON AUTORCC ON)
+endfunction()

@@ -1,0 +1,23 @@
+#include "shell/form_flashloading.h"
+
+#include <QVBoxLayout>
+
+#include "shell/movie_player.h"
+#include "shell/program_file.h"
+
+namespace shell {
+
+FormFlashLoading::FormFlashLoading(platform::ShellServices& shell, MovieOpener& movies) {
+    setObjectName("form_flashloading");
+    setWindowTitle("Accessing Data");
+    auto* flashLoading = new MoviePlayer(movies, this);
+    flashLoading->setObjectName("flashLoading");
+    flashLoading->setAccessibleName("The archive is being read");
+    flashLoading->setMinimumSize(flashLoading->sizeHint() / 2);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(flashLoading);
+    flashLoading->setMovie(programFile(shell, "settings", "accessdata.swf"));
+    resize(minimumSizeHint());
+}
+
+}  // namespace shell

@@ -1,0 +1,72 @@
+#include "shell/record_list.h"
+
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QShortcut>
+#include <algorithm>
+
+#include "shell/roomy_rows.h"
+
+namespace shell {
+
+namespace {
+
+constexpr int columnsWithKeys = 10;
+
+}  // namespace
+
+RecordList::RecordList(QWidget* parent) : QTreeView(parent) {
+    setRootIsDecorated(false);
+    // Without this every row would be measured before the first one is shown.
+    setUniformRowHeights(true);
+    setItemDelegate(new RoomyRows(this));
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+    setModel(&model_);
+    header()->setSectionsClickable(true);
+    header()->setSectionsMovable(false);
+    header()->setStretchLastSection(false);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connectColumns();
+}
+
+void RecordList::connectColumns() {
+    connect(header(), &QHeaderView::sectionClicked, this,
+            [this](int section) { clickColumn(section + 1); });
+    for (int column = 1; column <= columnsWithKeys; ++column) {
+        const auto digit = static_cast<Qt::Key>(Qt::Key_0 + column % columnsWithKeys);
+        auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | digit), this);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, [this, column] { clickColumn(column); });
+    }
+}
+
+void RecordList::clickColumn(int column) {
+    if (columnClick_ && column <= model_.columnCount()) {
+        columnClick_(column);
+    }
+}
+
+std::vector<std::int64_t> RecordList::selectedPositions() const {
+    std::vector<std::int64_t> positions;
+    // Ranges, not rows: everything may be selected.
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            positions.push_back(row + 1);
+        }
+    }
+    std::sort(positions.begin(), positions.end());
+    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+    return positions;
+}
+
+void RecordList::sortBy(int sortKey, RecordModel::Order order) {
+    model_.setSorted(sortKey, order);
+    header()->setSortIndicatorShown(true);
+    header()->setSortIndicator(
+        sortKey, order == RecordModel::Order::Ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+}  // namespace shell

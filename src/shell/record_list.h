@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QTreeView>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "shell/record_model.h"
+
+namespace shell {
+
+/// The list of records, in report style; several rows may be selected. Columns and rows are the
+/// model's.
+class RecordList : public QTreeView {
+  public:
+    explicit RecordList(QWidget* parent);
+
+    RecordModel& records() { return model_; }
+
+    /// Positions of the selected rows, from 1, in list order.
+    std::vector<std::int64_t> selectedPositions() const;
+    /// Sorts by a column and shows by which, and in which direction.
+    void sortBy(int sortKey, RecordModel::Order order);
+
+    /// What a click on the header of column `column`, from 1, does. With the keys it is Ctrl and
+    /// the column's digit, 0 for the tenth.
+    void onColumnClick(std::function<void(int column)> action) { columnClick_ = std::move(action); }
+
+  private:
+    void connectColumns();
+    void clickColumn(int column);
+
+    RecordModel model_;
+    std::function<void(int)> columnClick_;
+};
+
+}  // namespace shell

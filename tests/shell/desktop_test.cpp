@@ -1,0 +1,308 @@
+#include "shell/desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <QWindow>
+
+#include "base/failure.h"
+#include "jet/engine.h"
+#include "open/form_open.h"
+#include "platform/file_private_profile.h"
+#include "shell/failure_boundary.h"
+#include "shell/failure_report.h"
+#include "shell/form_about.h"
+#include "shell/form_flashloading.h"
+#include "shell/form_main.h"
+#include "shell/form_progress.h"
+#include "shell/form_splash.h"
+#include "tests/shell/test_application.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/scripted_file_dialogs.h"
+#include "tests/support/scripted_message_box.h"
+#include "tests/support/temporary_folder.h"
+
+namespace shell {
+namespace {
+
+using base::MessageAnswer;
+
+/// The machine's own files and settings, and a program folder of the test's.
+class Machine : public support::FakePlatform {
+  public:
+    Machine() : real_(platform::createPlatform()) { opener = &real_->files(); }
+    platform::PrivateProfile& privateProfile() override { return settingsFiles; }
+
+    platform::FilePrivateProfile settingsFiles;
+
+  private:
+    std::unique_ptr<platform::Platform> real_;
+};
+
+/// The whole desktop, but for its screen and its user.
+class DesktopTest : public testing::Test {
+  protected:
+    DesktopTest() {
+        folder.makeFolder("settings");
+        machine.fakeShell.folder = folder.path();
+        support::testApplication().setBoundary(&boundary);
+    }
+    ~DesktopTest() override {
+        support::testApplication().setBoundary(nullptr);
+        EXPECT_TRUE(messages.allAnswersUsed());
+        EXPECT_TRUE(dialogs.allAnswersUsed());
+    }
+
+    void start() {
+        desktop.showSplash();
+        click(desktop.splash(), "btnStart");
+    }
+    static void click(QWidget* window, const char* button) {
+        auto* found = window->findChild<QPushButton*>(button);
+        ASSERT_NE(found, nullptr) << button;
+        QTest::mouseClick(found, Qt::LeftButton);
+    }
+    void clickTab(int tab) {
+        auto* tabs = desktop.openWindow()->findChild<QTabBar*>("TabOpen");
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
+    }
+    void choose(const char* action) {
+        desktop.mainWindow()->findChild<QAction*>(action)->trigger();
+    }
+    std::string title() { return desktop.mainWindow()->windowTitle().toStdString(); }
+    std::string settings() const { return folder.read("settings/vdln.ini"); }
+    std::string settingsWith(const std::string& current) const {
+        return "[recentarchives]\ncurrent=" + current +
+               "\nrecent1=\nrecent2=\nrecent3=\nrecent4=\nrecent5=\n";
+    }
+
+    support::TemporaryFolder folder;
+    Machine machine;
+    jet::Engine engine{*machine.opener};
+    base::ProgramState state;
+    support::ScriptedMessageBox messages;
+    support::ScriptedFileDialogs dialogs;
+    FailureBoundary boundary{messages};
+    int left = 0;
+    Desktop desktop{{state, machine, engine, messages, dialogs, boundary, [this] { ++left; }}};
+};
+
+TEST_F(DesktopTest, TheSplashComesFirstAndAlone) {
+    desktop.showSplash();
+    EXPECT_TRUE(desktop.splash()->isVisible());
+    EXPECT_EQ(desktop.mainWindow(), nullptr);
+    EXPECT_EQ(desktop.openWindow(), nullptr);
+}
+
+TEST_F(DesktopTest, StartLeadsToTheOpenWindowInFrontOfTheMainWindow) {
+    start();
+    EXPECT_FALSE(desktop.splash()->isVisible());
+    EXPECT_TRUE(desktop.mainWindow()->isVisible());
+    EXPECT_TRUE(desktop.openWindow()->isVisible());
+    EXPECT_FALSE(desktop.openWindow()->isModal());
+    EXPECT_EQ(desktop.openWindow()->windowHandle()->transientParent(),
+              desktop.mainWindow()->windowHandle());
+    EXPECT_EQ(title(), "Verdolin");
+    EXPECT_FALSE(folder.exists("settings/vdln.ini"));
+}
+
+TEST_F(DesktopTest, TheLoadingWindowIsMadeWithTheMainWindowAndNotShown) {
+    start();
+    EXPECT_FALSE(desktop.loading().isVisible());
+}
+
+TEST_F(DesktopTest, ANewArchiveIsCreatedAndTheTitleAndTheSettingsFollow) {
+    start();
+    dialogs.choose(folder.pathOf("photos.mdb"));
+    clickTab(2);
+    click(desktop.openWindow(), "btnNewOk");
+    EXPECT_TRUE(folder.exists("photos.mdb"));
+    EXPECT_EQ(title(), "Verdolin - photos.mdb");
+    EXPECT_EQ(settings(), settingsWith(folder.pathOf("photos.mdb")));
+    EXPECT_FALSE(desktop.openWindow()->isVisible());
+}
+
+TEST_F(DesktopTest, AnErasedArchiveGivesWayToAnEmptyOne) {
+    folder.makeFile("old.mdb", "something else");
+    start();
+    dialogs.choose(folder.pathOf("old.mdb"));
+    clickTab(2);
+    messages.expect(MessageAnswer::Yes);
+    click(desktop.openWindow(), "btnNewOk");
+    EXPECT_EQ(title(), "Verdolin - old.mdb");
+    EXPECT_GT(folder.read("old.mdb").size(), 10000U);
+}
+
+TEST_F(DesktopTest, AFolderThatIsNotThereCannotTakeAnArchive) {
+    start();
+    dialogs.choose(folder.pathOf("missing/a.mdb"));
+    clickTab(2);
+    messages.expect(MessageAnswer::Ok);
+    click(desktop.openWindow(), "btnNewOk");
+    EXPECT_EQ(messages.asked[0].title, "Error Creating Database");
+    EXPECT_EQ(title(), "Verdolin");
+    EXPECT_EQ(state.archiveName, "a.mdb");
+    EXPECT_FALSE(folder.exists("settings/vdln.ini"));
+}
+
+TEST_F(DesktopTest, ARecentArchiveIsOpenedAndExchanged) {
+    folder.makeFile("settings/vdln.ini",
+                    "; mine\n[recentarchives]\ncurrent=/a/a.mdb\nrecent1=/b/b.mdb\n[other]\nx=1\n");
+    start();
+    desktop.openWindow()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(desktop.openWindow()));
+    auto* list = desktop.openWindow()->findChild<QWidget*>("listRecent");
+    list->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(list, Qt::Key_Space);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(title(), "Verdolin - b.mdb");
+    EXPECT_EQ(settings(),
+              "; mine\n[recentarchives]\ncurrent=/b/b.mdb\nrecent1=/a/a.mdb\nrecent2=\nrecent3=\n"
+              "recent4=\nrecent5=\n[other]\nx=1\n");
+}
+
+TEST_F(DesktopTest, TheOpenWindowComesBackWithItsState) {
+    start();
+    dialogs.choose("/x/y.mdb");
+    clickTab(1);
+    click(desktop.openWindow(), "btnExistOK");
+    choose("mnuFileOpen");
+    EXPECT_TRUE(desktop.openWindow()->isVisible());
+    EXPECT_EQ(desktop.openWindow()->findChild<QLineEdit*>("textExisting")->text(),
+              "y.mdb  found at: /x/");
+}
+
+TEST_F(DesktopTest, ACurrentArchiveThatNoLongerExistsIsNoObstacle) {
+    folder.makeFile("settings/vdln.ini", settingsWith("/gone/gone.mdb"));
+    start();
+    click(desktop.openWindow(), "btnRecentOpen");
+    EXPECT_EQ(title(), "Verdolin - gone.mdb");
+    EXPECT_TRUE(messages.asked.empty());
+}
+
+TEST_F(DesktopTest, SettingsThatCannotBeWrittenArePassedOver) {
+    folder.remove("settings");
+    folder.makeFile("settings", "a file where the folder should be");
+    start();
+    dialogs.choose("/x/y.mdb");
+    clickTab(1);
+    click(desktop.openWindow(), "btnExistOK");
+    EXPECT_EQ(title(), "Verdolin - y.mdb");
+    EXPECT_EQ(folder.read("settings"), "a file where the folder should be");
+}
+
+TEST_F(DesktopTest, SettingsOfTenMegabytesAreRead) {
+    const std::string large =
+        "[x]\n" + std::string(10 << 20, '\xFF') + "\n" + "[recentarchives]\ncurrent=/a/a.mdb\n";
+    folder.makeFile("settings/vdln.ini", large);
+    start();
+    EXPECT_EQ(state.archiveName, "a.mdb");
+    EXPECT_EQ(settings(), large);
+}
+
+TEST_F(DesktopTest, AFailureInAWindowIsShownAndTheProgramGoesOn) {
+    // A file of the kernel's own, which nobody can erase.
+    start();
+    dialogs.choose("/proc/self/status");
+    messages.expect(MessageAnswer::Cancel);
+    clickTab(2);
+    EXPECT_FALSE(desktop.openWindow()->findChild<QPushButton*>("btnNewOk")->isEnabled());
+    messages.expect(MessageAnswer::Yes);  // to erasing it
+    messages.expect(MessageAnswer::Ok);   // to what the boundary says
+    desktop.openWindow()->findChild<QPushButton*>("btnNewOk")->setEnabled(true);
+    click(desktop.openWindow(), "btnNewOk");
+    EXPECT_EQ(messages.asked.back().title, "Verdolin");
+    EXPECT_NE(messages.asked.back().text.find("the old archive cannot be erased"),
+              std::string::npos);
+    EXPECT_TRUE(desktop.openWindow()->isVisible());
+    EXPECT_EQ(state.archiveName, "");
+}
+
+TEST_F(DesktopTest, AboutIsMadeOnceAndShown) {
+    start();
+    EXPECT_EQ(desktop.about(), nullptr);
+    choose("mnuHelpAbout");
+    FormAbout* about = desktop.about();
+    EXPECT_TRUE(about->isVisible());
+    EXPECT_FALSE(about->isModal());
+    about->close();
+    choose("mnuHelpAbout");
+    EXPECT_EQ(desktop.about(), about);
+    EXPECT_TRUE(about->isVisible());
+}
+
+TEST_F(DesktopTest, HelpIsShownFromBesideTheProgram) {
+    start();
+    choose("mnuHelpHelp");
+    EXPECT_EQ(desktop.help(), nullptr);
+    EXPECT_TRUE(messages.asked.empty());
+    folder.makeFile("help/vdln.hlp", "# Help\n");
+    choose("mnuHelpHelp");
+    EXPECT_TRUE(desktop.help()->isVisible());
+}
+
+TEST_F(DesktopTest, TheProgressWindowIsHiddenOnceAnArchiveHasBeenOpened) {
+    start();
+    desktop.progress().show();
+    click(desktop.openWindow(), "btnRecentOpen");
+    EXPECT_FALSE(desktop.progress().isVisible());
+}
+
+TEST_F(DesktopTest, ExitEndsTheProgramAtOnce) {
+    start();
+    choose("mnuHelpAbout");
+    choose("mnuFileExit");
+    EXPECT_EQ(left, 1);
+    EXPECT_FALSE(desktop.mainWindow()->isVisible());
+    EXPECT_FALSE(desktop.openWindow()->isVisible());
+    EXPECT_FALSE(desktop.about()->isVisible());
+    EXPECT_FALSE(folder.exists("settings/vdln.ini"));
+    EXPECT_TRUE(messages.asked.empty());
+    EXPECT_THROW(desktop.events().runPendingEvents(), EndOfProgram);
+}
+
+TEST_F(DesktopTest, ExitOfTheSplashEndsTheProgramToo) {
+    desktop.showSplash();
+    click(desktop.splash(), "btnExit");
+    EXPECT_EQ(left, 1);
+    EXPECT_FALSE(folder.exists("settings/vdln.ini"));
+}
+
+TEST_F(DesktopTest, WithoutAProgramFolderTheSplashStaysAndTheFailureIsTold) {
+    start();
+    desktop.openWindow()->close();
+    desktop.mainWindow()->hide();
+    // The second start finds the windows; a first one that fails is tried here on a desktop of its
+    // own.
+    struct Homeless : support::FakeShell {
+        std::string programFolder() override {
+            if (moved) {
+                throw base::FileFailure("the program folder cannot be told");
+            }
+            return folder;
+        }
+        bool moved = false;
+    };
+    struct HomelessMachine : Machine {
+        platform::ShellServices& shell() override { return homeless; }
+        Homeless homeless;
+    } nowhere;
+    Desktop other({state, nowhere, engine, messages, dialogs, boundary, [] {}});
+    other.showSplash();
+    nowhere.homeless.moved = true;
+    messages.expect(MessageAnswer::Ok);
+    click(other.splash(), "btnStart");
+    EXPECT_TRUE(other.splash()->isVisible());
+    EXPECT_EQ(messages.asked.back(),
+              failureReport(base::FileFailure("the program folder cannot be told")));
+    nowhere.homeless.moved = false;
+    click(other.splash(), "btnStart");
+    EXPECT_TRUE(other.openWindow()->isVisible());
+}
+
+}  // namespace
+}  // namespace shell

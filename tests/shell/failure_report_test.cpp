@@ -1,0 +1,73 @@
+#include "shell/failure_report.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+#include <string>
+
+#include "base/failure.h"
+
+namespace shell {
+namespace {
+
+bool holds(const base::Message& message, const std::string& text) {
+    return message.text.find(text) != std::string::npos;
+}
+
+TEST(FailureReport, SaysWhatHappenedWhatWasKeptAndWhatToDo) {
+    const base::Message report = failureReport(base::FileFailure("/x/a.mdb: Permission denied"));
+    EXPECT_EQ(report.title, "Verdolin");
+    EXPECT_EQ(report.buttons, base::MessageButtons::Ok);
+    EXPECT_EQ(
+        report.text,
+        "This could not be finished: /x/a.mdb: Permission denied.\n\nWhat was stored before is "
+        "kept, and the program goes on.\n\nCheck that the file or the drive can be reached and "
+        "that you may change it, and choose the command again.");
+}
+
+TEST(FailureReport, AnOverflowNamesTheLimitAndTheCompanion) {
+    const base::Message report = failureReport(base::OverflowFailure("a number does not fit"));
+    EXPECT_TRUE(holds(report, "The desktop's scan holds 32,767 entries."));
+    EXPECT_TRUE(holds(report, "\"vdln scan\" has no such limit"));
+}
+
+TEST(FailureReport, AnArchiveWithoutNotesOrKeywordsIsOpenAllTheSame) {
+    const base::Message report =
+        failureReport(base::SubscriptFailure("a list that was never filled has no bounds"));
+    EXPECT_TRUE(holds(report, "is open; it holds no notes or keywords yet"));
+}
+
+TEST(FailureReport, EveryFaultOfTheEngineHasItsAdvice) {
+    using base::EngineFault;
+    const std::pair<EngineFault, const char*> cases[] = {
+        {EngineFault::NotFound, "still in its place"},
+        {EngineFault::NotADatabase, "Choose another archive"},
+        {EngineFault::Encoded, "Choose another archive"},
+        {EngineFault::Password, "Choose another archive"},
+        {EngineFault::Damaged, "backup"},
+        {EngineFault::ReadOnly, "Allow writing"},
+        {EngineFault::InUse, "Close the other program"},
+        {EngineFault::Indexed, "Store into another archive"},
+        {EngineFault::Full, "Make room"},
+        {EngineFault::Exists, "another name"},
+        {EngineFault::Value, "vdln scan"},
+        {EngineFault::NoCurrentRow, "Choose the command again"},
+        {EngineFault::Usage, "Choose the command again"},
+        {EngineFault::InputOutput, "can be reached"}};
+    for (const auto& [fault, advice] : cases) {
+        const base::Message report = failureReport(base::EngineFailure(fault, "a.mdb: reason"));
+        EXPECT_TRUE(holds(report, "a.mdb: reason.")) << advice;
+        EXPECT_TRUE(holds(report, advice)) << report.text;
+    }
+}
+
+TEST(FailureReport, OtherExceptionsAreToldToo) {
+    EXPECT_TRUE(holds(failureReport(std::bad_alloc()), "there is not enough memory"));
+    EXPECT_TRUE(holds(failureReport(std::runtime_error("odd")), "finished: odd."));
+    EXPECT_TRUE(holds(unknownFailureReport(), "something unforeseen"));
+    EXPECT_TRUE(holds(failureReport(base::InvalidArgumentFailure("bad drive")), "bad drive."));
+}
+
+}  // namespace
+}  // namespace shell
