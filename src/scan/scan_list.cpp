@@ -9,4 +9,8 @@ std::int64_t ScanList::store(const base::ScanEntry& entry, SizeFit /*fit*/) {
     return state_.scanCount;
 }
 
+std::int64_t lastEntryOf(const base::NumberedList<base::ScanEntry>& scanList) {
+    return scanList.neverGrown() ? 0 : scanList.upperBound();
+}
+
 }  // namespace scan

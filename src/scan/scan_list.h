@@ -22,4 +22,8 @@ class ScanList : public ScanDestination {
     base::ProgramState& state_;
 };
 
+/// The number of the scan list's last entry, which is how many there are, whatever scanCount says;
+/// 0 as long as nothing was ever scanned.
+std::int64_t lastEntryOf(const base::NumberedList<base::ScanEntry>& scanList);
+
 }  // namespace scan

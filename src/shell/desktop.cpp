@@ -6,6 +6,8 @@
 #include "archive/makedb.h"
 #include "open/form_open.h"
 #include "platform/platform.h"
+#include "save/form_save.h"
+#include "scan/form_scan.h"
 #include "shell/form_about.h"
 #include "shell/form_flashloading.h"
 #include "shell/form_main.h"
@@ -32,7 +34,9 @@ Desktop::Desktop(DesktopParts parts)
           [this](const base::ArchiveLocation& archive) {
               return archive::createArchive(parts_.engine, archive);
           },
-          openCommands()) {}
+          openCommands()),
+      scan_(parts_.state, parts_.engine, parts_.platform, events_, scanDisplay_),
+      data_(parts_.state, parts_.engine, events_) {}
 
 Desktop::~Desktop() = default;
 
@@ -81,26 +85,66 @@ void Desktop::showMainWindow() {
         createMainWindow();
     }
     main_->show();
-    keepOpenWindowInFront();
+    if (open_) {
+        keepInFront(*open_);
+    }
 }
 
 void Desktop::createMainWindow() {
     MainCommands commands;
     commands.openArchive = [this] { showOpenWindow(); };
     commands.exitProgram = [this] { endProgram(); };
+    commands.scanForArchive = [this] { showScanWindow(); };
+    commands.saveIntoArchive = [this] { showSaveWindow(); };
     commands.showAbout = [this] { showAbout(); };
     commands.createLoadingWindow = [this] { loading(); };
     main_ = std::make_unique<FormMain>(parts_.state, parts_.platform.shell(), parts_.boundary,
                                        help_, std::move(commands));
+    scanDisplay_.setWindow(*main_);
 }
 
 /// Not every window system lets a program raise its windows; all of them keep one that belongs to
 /// another in front of it.
-void Desktop::keepOpenWindowInFront() {
-    if (open_ && main_->windowHandle() != nullptr) {
-        open_->winId();
-        open_->windowHandle()->setTransientParent(main_->windowHandle());
+void Desktop::keepInFront(QWidget& window) {
+    if (main_ && main_->windowHandle() != nullptr) {
+        window.winId();
+        window.windowHandle()->setTransientParent(main_->windowHandle());
     }
+}
+
+void Desktop::showScanWindow() {
+    // One that a scan has hidden shows what was before that scan.
+    if (scanWindow_.get() == nullptr || !scanWindow_.get()->isVisible()) {
+        createScanWindow();
+    }
+    bringToFront(*scanWindow_.get());
+}
+
+void Desktop::createScanWindow() {
+    auto window = std::make_unique<scan::FormScan>(scan_, parts_.messages, parts_.boundary,
+                                                   [this] { scanWindow_.letGo(); });
+    window->load();
+    keepInFront(*window);
+    if (scanWindow_.get() != nullptr) {
+        scanWindow_.get()->unload();
+    }
+    scanWindow_.put(std::move(window));
+}
+
+void Desktop::showSaveWindow() {
+    if (saveWindow_.get() == nullptr) {
+        createSaveWindow();
+    }
+    bringToFront(*saveWindow_.get());
+}
+
+void Desktop::createSaveWindow() {
+    auto window = std::make_unique<save::FormSave>(
+        save::SaveSession(parts_.state, parts_.engine, data_, parts_.messages), parts_.boundary,
+        [this] { saveWindow_.letGo(); });
+    window->load();
+    keepInFront(*window);
+    saveWindow_.put(std::move(window));
 }
 
 void Desktop::showAbout() {

@@ -3,15 +3,21 @@
 #include <functional>
 #include <memory>
 
+#include "archive/data.h"
 #include "base/event_boundary.h"
 #include "base/message_box.h"
 #include "base/program_state.h"
 #include "open/archive_choice.h"
+#include "scan/desktop_scan.h"
 #include "shell/end_of_program.h"
 #include "shell/help_window.h"
 #include "shell/movie_library.h"
+#include "shell/scan_display.h"
 #include "shell/system_file_dialogs.h"
 #include "shell/window_events.h"
+#include "shell/window_place.h"
+
+class QWidget;
 
 namespace jet {
 class Engine;
@@ -21,6 +27,12 @@ class FormOpen;
 }
 namespace platform {
 class Platform;
+}
+namespace save {
+class FormSave;
+}
+namespace scan {
+class FormScan;
 }
 
 namespace shell {
@@ -44,7 +56,8 @@ struct DesktopParts {
 };
 
 /// The program's windows and what leads from one to the other. Each window is made when it is first
-/// wanted and lives until the end.
+/// wanted and lives until the end, but for the scan window and the save window: these are made for
+/// each use.
 class Desktop {
   public:
     /// Everything in `parts` must outlive this.
@@ -54,6 +67,10 @@ class Desktop {
     void showSplash();
     void showOpenWindow();
     void showMainWindow();
+    /// The scan window, or a new one where it has been used or closed.
+    void showScanWindow();
+    /// The save window, or a new one where there is none.
+    void showSaveWindow();
     void showAbout();
     /// Ends the program at once: every window goes, nothing is asked, no settings are written.
     void endProgram();
@@ -62,6 +79,8 @@ class Desktop {
     FormSplash* splash() { return splash_.get(); }
     FormMain* mainWindow() { return main_.get(); }
     open::FormOpen* openWindow() { return open_.get(); }
+    scan::FormScan* scanWindow() { return scanWindow_.get(); }
+    save::FormSave* saveWindow() { return saveWindow_.get(); }
     FormAbout* about() { return about_.get(); }
     HelpWindow* help() { return help_.window(); }
     FormFlashLoading& loading();
@@ -74,7 +93,9 @@ class Desktop {
     void createOpenWindow();
     open::OpenCommands openCommands();
     void setMainCaption(const std::string& caption);
-    void keepOpenWindowInFront();
+    void createScanWindow();
+    void createSaveWindow();
+    void keepInFront(QWidget& window);
 
     DesktopParts parts_;
     ProgramEnd end_;
@@ -82,6 +103,9 @@ class Desktop {
     MovieLibrary movies_;
     HelpDesk help_;
     open::ArchiveChoice choice_;
+    ScanDisplay scanDisplay_;
+    scan::DesktopScan scan_;
+    archive::Data data_;
 
     std::unique_ptr<FormSplash> splash_;
     std::unique_ptr<FormFlashLoading> loading_;
@@ -89,6 +113,8 @@ class Desktop {
     std::unique_ptr<FormMain> main_;
     std::unique_ptr<open::FormOpen> open_;
     std::unique_ptr<FormAbout> about_;
+    WindowPlace<scan::FormScan> scanWindow_;
+    WindowPlace<save::FormSave> saveWindow_;
 };
 
 }  // namespace shell

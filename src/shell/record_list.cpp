@@ -49,6 +49,15 @@ void RecordList::clickColumn(int column) {
     }
 }
 
+void RecordList::appendColumn(const QString& heading, double width) {
+    const int section = model_.columnCount();
+    model_.insertColumnAt(section + 1, heading);
+    header()->resizeSection(section, static_cast<int>(this->width() * width));
+    if (model_.isSorted() && model_.sortKey() == section) {
+        showSortIndicator();
+    }
+}
+
 std::vector<std::int64_t> RecordList::selectedPositions() const {
     std::vector<std::int64_t> positions;
     // Ranges, not rows: everything may be selected.
@@ -64,9 +73,14 @@ std::vector<std::int64_t> RecordList::selectedPositions() const {
 
 void RecordList::sortBy(int sortKey, RecordModel::Order order) {
     model_.setSorted(sortKey, order);
+    showSortIndicator();
+}
+
+void RecordList::showSortIndicator() {
+    const bool ascending = model_.sortOrder() == RecordModel::Order::Ascending;
     header()->setSortIndicatorShown(true);
-    header()->setSortIndicator(
-        sortKey, order == RecordModel::Order::Ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    header()->setSortIndicator(model_.sortKey(),
+                               ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
 }  // namespace shell

@@ -17,6 +17,9 @@ class RecordList : public QTreeView {
 
     RecordModel& records() { return model_; }
 
+    /// Adds a column behind the others, as wide as that fraction of the list.
+    void appendColumn(const QString& heading, double width);
+
     /// Positions of the selected rows, from 1, in list order.
     std::vector<std::int64_t> selectedPositions() const;
     /// Sorts by a column and shows by which, and in which direction.
@@ -29,6 +32,7 @@ class RecordList : public QTreeView {
   private:
     void connectColumns();
     void clickColumn(int column);
+    void showSortIndicator();
 
     RecordModel model_;
     std::function<void(int)> columnClick_;

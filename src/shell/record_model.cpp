@@ -31,6 +31,15 @@ void RecordModel::insertColumnAt(int position, const QString& heading) {
     endInsertColumns();
 }
 
+void RecordModel::removeAllColumns() {
+    if (headings_.isEmpty()) {
+        return;
+    }
+    beginRemoveColumns({}, 0, columnCount() - 1);
+    headings_.clear();
+    endRemoveColumns();
+}
+
 void RecordModel::removeAllRows() {
     beginResetModel();
     rows_.clear();

@@ -29,6 +29,8 @@ class RecordModel : public QAbstractTableModel {
 
     /// Inserts a column at `position`, 1 to columnCount() + 1.
     void insertColumnAt(int position, const QString& heading);
+    /// Rows keep their texts, as columns only show them.
+    void removeAllColumns();
     void removeAllRows();
     void appendRow(Row row);
     /// Many rows at once; the list is then as if they had been appended one by one.

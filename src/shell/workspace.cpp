@@ -4,9 +4,9 @@
 #include <QFrame>
 #include <QTreeWidget>
 
+#include "controls/status_line.h"
 #include "shell/record_list.h"
 #include "shell/roomy_rows.h"
-#include "shell/status_line.h"
 #include "shell/workspace_layout.h"
 
 namespace shell {
@@ -35,7 +35,7 @@ Workspace::Workspace(QWidget* parent) : QWidget(parent) {
 }
 
 QLabel* Workspace::createStatus(int index) {
-    auto* label = new StatusLine("Loading . . .", panel_);
+    auto* label = new controls::StatusLine("Loading . . .", panel_);
     label->setObjectName("displayDriveInfo");
     label->setProperty("index", index);
     return label;

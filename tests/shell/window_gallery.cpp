@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPalette>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QStyleFactory>
 #include <QTabBar>
 #include <QTest>
@@ -19,11 +20,14 @@
 #include <iostream>
 #include <string>
 
+#include "archive/makedb.h"
 #include "base/program_state.h"
 #include "jet/engine.h"
 #include "open/archive_texts.h"
 #include "open/form_open.h"
 #include "platform/platform.h"
+#include "save/form_save.h"
+#include "scan/form_scan.h"
 #include "shell/application.h"
 #include "shell/desktop.h"
 #include "shell/failure_boundary.h"
@@ -70,8 +74,13 @@ QPalette darkPalette() {
 
 class Gallery {
   public:
-    Gallery(std::string folder, Desktop& desktop, support::ScriptedFileDialogs& dialogs)
-        : folder_(std::move(folder)), desktop_(desktop), dialogs_(dialogs) {}
+    Gallery(std::string folder, Desktop& desktop, support::ScriptedFileDialogs& dialogs,
+            base::ProgramState& state, jet::Engine& engine)
+        : folder_(std::move(folder)),
+          desktop_(desktop),
+          dialogs_(dialogs),
+          state_(state),
+          engine_(engine) {}
 
     void drawAll() {
         desktop_.showSplash();
@@ -85,6 +94,7 @@ class Gallery {
         drawMenus();
         desktop_.mainWindow()->resize(640, 420);
         draw(*desktop_.mainWindow(), "main-small");
+        drawScanAndSave();
         drawSmallWindows();
         drawHelp();
         drawMessages();
@@ -182,6 +192,57 @@ class Gallery {
         }
     }
 
+    void choose(const char* action) {
+        desktop_.mainWindow()->findChild<QAction*>(action)->trigger();
+    }
+
+    void drawScanAndSave() {
+        desktop_.mainWindow()->resize(1000, 660);
+        // Without an archive the drive counts as not ready, which a message says first.
+        drawNextMessage("message-not-ready");
+        choose("mnuArchScan");
+        draw(*desktop_.scanWindow(), "scan-no-archive");
+        desktop_.scanWindow()->close();
+        choose("mnuArchSave");
+        draw(*desktop_.saveWindow(), "save-no-archive");
+        desktop_.saveWindow()->close();
+
+        state_.archiveFolder = folder_ + "/A folder with quite a long name, as folders have/";
+        state_.archiveName = "Holiday & more 2003.mdb";
+        std::filesystem::create_directories(state_.archiveFolder);
+        std::filesystem::remove(state_.currentArchive().fullPath());
+        archive::createArchive(engine_, state_.currentArchive());
+        for (const char* name : {"photos 2001", "letters", "summer in Ærø"}) {
+            choose("mnuArchScan");
+            desktop_.scanWindow()->findChild<QLineEdit*>("inputMediaName")->setText(name);
+            draw(*desktop_.scanWindow(), "scan");
+            desktop_.scanWindow()->findChild<QPushButton*>("btnScan")->click();
+            choose("mnuArchSave");
+            draw(*desktop_.saveWindow(), "save");
+            if (desktop_.saveWindow()->findChild<QListWidget*>("listMedia")->count() < 2) {
+                desktop_.saveWindow()->findChild<QPushButton*>("btnArchive")->click();
+            }
+        }
+        draw(*desktop_.mainWindow(), "main-scan");
+        for (QRadioButton* option :
+             desktop_.saveWindow()->findChildren<QRadioButton*>("optUpdate")) {
+            option->setChecked(option->property("index").toInt() == 1);
+        }
+        drawNextMessage("message-selection");
+        desktop_.saveWindow()->findChild<QPushButton*>("btnArchive")->click();
+        desktop_.saveWindow()->findChild<QListWidget*>("listMedia")->setCurrentRow(1);
+        draw(*desktop_.saveWindow(), "save-update");
+        desktop_.saveWindow()->close();
+    }
+
+    void drawNextMessage(const std::string& name) {
+        QTimer::singleShot(200, [this, name] {
+            QWidget* box = QApplication::activeModalWidget();
+            draw(*box, name);
+            box->close();
+        });
+    }
+
     void drawSmallWindows() {
         desktop_.showAbout();
         draw(*desktop_.about(), "about");
@@ -217,17 +278,15 @@ class Gallery {
     }
 
     void drawMessage(const base::Message& message, const std::string& name) {
-        QTimer::singleShot(200, [this, name] {
-            QWidget* box = QApplication::activeModalWidget();
-            draw(*box, name);
-            box->close();
-        });
+        drawNextMessage(name);
         WindowMessageBox().show(message);
     }
 
     std::string folder_;
     Desktop& desktop_;
     support::ScriptedFileDialogs& dialogs_;
+    base::ProgramState& state_;
+    jet::Engine& engine_;
 };
 
 class GalleryMachine : public support::FakePlatform {
@@ -239,6 +298,15 @@ class GalleryMachine : public support::FakePlatform {
             "[recentarchives]\ncurrent=/home/anna/Catalogues/Holiday 2003.mdb\n"
             "recent1=/home/anna/Catalogues/Letters.mdb\nrecent2=/media/usb/Music.mdb\n"
             "recent3=/home/anna/A folder with quite a long name, as folders have/Study.mdb\n";
+        for (const auto& [letter, label] : {std::pair{'c', "SYSTEM"}, {'d', "HOLIDAY"}}) {
+            support::FakeDrive& drive = machineDrives.add(letter, label);
+            drive.totalBytes = 681'574'400'000;
+            drive.totalFree = 123'456'789'012;
+        }
+        for (int i = 1; i <= 40; ++i) {
+            disk.addFile("c:\\Photos\\IMG_" + std::to_string(2000 + i) + ".JPG",
+                         static_cast<std::uint64_t>(i) * 91237);
+        }
     }
 
   private:
@@ -265,6 +333,6 @@ int main(int argc, char** argv) {
     FailureBoundary boundary(messages);
     support::ScriptedFileDialogs dialogs;
     Desktop desktop({state, machine, engine, messages, dialogs, boundary, [] {}});
-    Gallery(argv[1], desktop, dialogs).drawAll();
+    Gallery(argv[1], desktop, dialogs, state, engine).drawAll();
     return 0;
 }

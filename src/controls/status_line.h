@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-namespace shell {
+namespace controls {
 
 /// A line of text as it is. Where it does not fit, its end gives way to dots and the tool tip shows
 /// all of it.
@@ -18,4 +18,4 @@ class StatusLine : public QLabel {
     QString shownText() const;
 };
 
-}  // namespace shell
+}  // namespace controls

@@ -1,4 +1,4 @@
-#include "shell/status_line.h"
+#include "controls/status_line.h"
 
 #include <QEvent>
 #include <QHelpEvent>
@@ -6,7 +6,7 @@
 #include <QStylePainter>
 #include <QToolTip>
 
-namespace shell {
+namespace controls {
 
 StatusLine::StatusLine(const QString& text, QWidget* parent) : QLabel(text, parent) {
     setTextFormat(Qt::PlainText);
@@ -34,4 +34,4 @@ void StatusLine::paintEvent(QPaintEvent*) {
                          isEnabled(), shownText(), foregroundRole());
 }
 
-}  // namespace shell
+}  // namespace controls
