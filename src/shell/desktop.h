@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "archive/data.h"
 #include "base/event_boundary.h"
 #include "base/message_box.h"
 #include "base/program_state.h"
@@ -13,6 +14,9 @@
 #include "shell/system_file_dialogs.h"
 #include "shell/window_events.h"
 
+namespace explore {
+class ExploreArchive;
+}
 namespace jet {
 class Engine;
 }
@@ -72,6 +76,8 @@ class Desktop {
   private:
     void createMainWindow();
     void createOpenWindow();
+    void createExploring();
+    void showLoading();
     open::OpenCommands openCommands();
     void setMainCaption(const std::string& caption);
     void keepOpenWindowInFront();
@@ -79,6 +85,7 @@ class Desktop {
     DesktopParts parts_;
     ProgramEnd end_;
     WindowEvents events_{end_};
+    archive::Data data_;
     MovieLibrary movies_;
     HelpDesk help_;
     open::ArchiveChoice choice_;
@@ -89,6 +96,7 @@ class Desktop {
     std::unique_ptr<FormMain> main_;
     std::unique_ptr<open::FormOpen> open_;
     std::unique_ptr<FormAbout> about_;
+    std::unique_ptr<explore::ExploreArchive> explore_;
 };
 
 }  // namespace shell

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "shell/roomy_rows.h"
+#include "shell/workspace_layout.h"
 
 namespace shell {
 
@@ -49,6 +50,15 @@ void RecordList::clickColumn(int column) {
     }
 }
 
+int RecordList::widthInTwips() const { return twipsFromPixels(width(), logicalDpiX()); }
+
+void RecordList::insertColumn(int position, const std::string& heading, int widthInTwips) {
+    model_.insertColumnAt(position, QString::fromStdString(heading));
+    header()->resizeSection(position - 1, pixelsFromTwips(widthInTwips, logicalDpiX()));
+    // The list stays sorted by the same text, which now stands below another column.
+    showSorting();
+}
+
 std::vector<std::int64_t> RecordList::selectedPositions() const {
     std::vector<std::int64_t> positions;
     // Ranges, not rows: everything may be selected.
@@ -64,9 +74,16 @@ std::vector<std::int64_t> RecordList::selectedPositions() const {
 
 void RecordList::sortBy(int sortKey, RecordModel::Order order) {
     model_.setSorted(sortKey, order);
-    header()->setSortIndicatorShown(true);
-    header()->setSortIndicator(
-        sortKey, order == RecordModel::Order::Ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    showSorting();
+}
+
+void RecordList::showSorting() {
+    if (model_.isSorted()) {
+        const bool ascending = model_.sortOrder() == RecordModel::Order::Ascending;
+        header()->setSortIndicatorShown(true);
+        header()->setSortIndicator(model_.sortKey(),
+                                   ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    }
 }
 
 }  // namespace shell

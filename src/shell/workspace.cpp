@@ -2,10 +2,9 @@
 
 #include <QEvent>
 #include <QFrame>
-#include <QTreeWidget>
 
+#include "shell/archive_tree.h"
 #include "shell/record_list.h"
-#include "shell/roomy_rows.h"
 #include "shell/status_line.h"
 #include "shell/workspace_layout.h"
 
@@ -23,11 +22,9 @@ void place(QWidget* widget, const Rectangle& twips) {
 Workspace::Workspace(QWidget* parent) : QWidget(parent) {
     panel_ = new QFrame(this);
     panel_->setObjectName("scan_main");
-    tree_ = new QTreeWidget(panel_);
+    tree_ = new ArchiveTree(panel_);
     tree_->setObjectName("tvArchiveExplore");
     tree_->setAccessibleName("Archive");
-    tree_->setHeaderHidden(true);
-    tree_->setItemDelegate(new RoomyRows(tree_));
     list_ = new RecordList(panel_);
     list_->setObjectName("listScan");
     list_->setAccessibleName("Records");
