@@ -4,15 +4,19 @@
 #include <QWindow>
 
 #include "archive/makedb.h"
+#include "explore/explorearchive.h"
 #include "open/form_open.h"
 #include "platform/platform.h"
 #include "save/form_save.h"
 #include "scan/form_scan.h"
+#include "shell/archive_tree.h"
 #include "shell/form_about.h"
 #include "shell/form_flashloading.h"
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
+#include "shell/record_list.h"
+#include "shell/workspace.h"
 
 namespace shell {
 
@@ -28,6 +32,7 @@ void bringToFront(QWidget& window) {
 
 Desktop::Desktop(DesktopParts parts)
     : parts_(std::move(parts)),
+      data_(parts_.state, parts_.engine, events_),
       movies_(parts_.platform.shell()),
       choice_(
           parts_.state, parts_.platform.shell(), parts_.platform.privateProfile(), parts_.messages,
@@ -35,8 +40,7 @@ Desktop::Desktop(DesktopParts parts)
               return archive::createArchive(parts_.engine, archive);
           },
           openCommands()),
-      scan_(parts_.state, parts_.engine, parts_.platform, events_, scanDisplay_),
-      data_(parts_.state, parts_.engine, events_) {}
+      scan_(parts_.state, parts_.engine, parts_.platform, events_, scanDisplay_) {}
 
 Desktop::~Desktop() = default;
 
@@ -98,9 +102,36 @@ void Desktop::createMainWindow() {
     commands.saveIntoArchive = [this] { showSaveWindow(); };
     commands.showAbout = [this] { showAbout(); };
     commands.createLoadingWindow = [this] { loading(); };
+    commands.exploreArchive = [this] { explore_->exploreArchive(); };
+    commands.clickNode = [this](const std::string& key) { explore_->clickNode(key); };
     main_ = std::make_unique<FormMain>(parts_.state, parts_.platform.shell(), parts_.boundary,
                                        help_, std::move(commands));
     scanDisplay_.setWindow(*main_);
+    createExploring();
+}
+
+void Desktop::createExploring() {
+    explore::ExploreCommands commands;
+    commands.arrangeWorkspace = [this] { main_->arrangeWorkspace(); };
+    commands.showLoading = [this] { showLoading(); };
+    commands.hideLoading = [this] { loading().hide(); };
+    commands.showOpenWindow = [this] { showOpenWindow(); };
+    Workspace& workspace = main_->workspace();
+    explore_ = std::make_unique<explore::ExploreArchive>(parts_.state, data_, parts_.messages,
+                                                         *workspace.tree(), *workspace.list(),
+                                                         std::move(commands));
+}
+
+/// In front of the main window, in its middle.
+void Desktop::showLoading() {
+    FormFlashLoading& window = loading();
+    QRect place = window.frameGeometry();
+    place.moveCenter(main_->frameGeometry().center());
+    window.move(place.topLeft());
+    window.winId();
+    window.windowHandle()->setTransientParent(main_->windowHandle());
+    window.show();
+    window.raise();
 }
 
 /// Not every window system lets a program raise its windows; all of them keep one that belongs to

@@ -19,6 +19,9 @@
 
 class QWidget;
 
+namespace explore {
+class ExploreArchive;
+}
 namespace jet {
 class Engine;
 }
@@ -91,6 +94,8 @@ class Desktop {
   private:
     void createMainWindow();
     void createOpenWindow();
+    void createExploring();
+    void showLoading();
     open::OpenCommands openCommands();
     void setMainCaption(const std::string& caption);
     void createScanWindow();
@@ -100,12 +105,12 @@ class Desktop {
     DesktopParts parts_;
     ProgramEnd end_;
     WindowEvents events_{end_};
+    archive::Data data_;
     MovieLibrary movies_;
     HelpDesk help_;
     open::ArchiveChoice choice_;
     ScanDisplay scanDisplay_;
     scan::DesktopScan scan_;
-    archive::Data data_;
 
     std::unique_ptr<FormSplash> splash_;
     std::unique_ptr<FormFlashLoading> loading_;
@@ -115,6 +120,7 @@ class Desktop {
     std::unique_ptr<FormAbout> about_;
     WindowPlace<scan::FormScan> scanWindow_;
     WindowPlace<save::FormSave> saveWindow_;
+    std::unique_ptr<explore::ExploreArchive> explore_;
 };
 
 }  // namespace shell

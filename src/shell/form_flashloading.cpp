@@ -10,6 +10,8 @@ namespace shell {
 FormFlashLoading::FormFlashLoading(platform::ShellServices& shell, MovieOpener& movies) {
     setObjectName("form_flashloading");
     setWindowTitle("Accessing Data");
+    // Who works with the keys stays where they are.
+    setAttribute(Qt::WA_ShowWithoutActivating);
     auto* flashLoading = new MoviePlayer(movies, this);
     flashLoading->setObjectName("flashLoading");
     flashLoading->setAccessibleName("The archive is being read");

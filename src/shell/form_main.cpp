@@ -4,7 +4,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
-#include <QTreeWidget>
 #include <exception>
 #include <initializer_list>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "base/checked.h"
 #include "base/event_boundary.h"
 #include "base/program_state.h"
+#include "shell/archive_tree.h"
 #include "shell/common_dialog.h"
 #include "shell/pictures.h"
 #include "shell/program_file.h"
@@ -119,6 +119,9 @@ FormMain::FormMain(base::ProgramState& state, platform::ShellServices& shell,
         [this](int column) { boundary_.run([this, column] { listScan_ColumnClick(column); }); });
     listScan->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(listScan, &QWidget::customContextMenuRequested, this, &FormMain::showListMenu);
+    workspace_->tree()->setImageList(expImageList_);
+    workspace_->tree()->onNodeClick(
+        [this](const std::string& key) { boundary_.run([this, &key] { clickNode(key); }); });
     load();
 }
 
@@ -200,6 +203,12 @@ void FormMain::chooseScan() { run(commands_.scanForArchive); }
 void FormMain::chooseSave() { run(commands_.saveIntoArchive); }
 void FormMain::chooseSearch() { run(commands_.search); }
 void FormMain::chooseAbout() { run(commands_.showAbout); }
+
+void FormMain::clickNode(const std::string& key) {
+    if (commands_.clickNode) {
+        commands_.clickNode(key);
+    }
+}
 
 void FormMain::chooseHelp() {
     try {

@@ -62,6 +62,7 @@ class FormMain : public QMainWindow {
     QMenu* createMenu(const MenuDescription& description);
     void showListMenu(const QPoint& position);
 
+    void clickNode(const std::string& key);
     void chooseOpen();
     void chooseExit();
     void chooseExplore();

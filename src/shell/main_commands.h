@@ -1,11 +1,12 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 namespace shell {
 
-/// What the main window's menus set off outside of it. Whoever builds the program connects them; an
-/// item whose command is not connected does nothing.
+/// What the main window's menus and its tree set off outside of it. Whoever builds the program
+/// connects them; an item whose command is not connected does nothing.
 struct MainCommands {
     std::function<void()> openArchive;
     std::function<void()> exitProgram;
@@ -15,6 +16,7 @@ struct MainCommands {
     std::function<void()> saveIntoArchive;
     std::function<void()> search;
     std::function<void()> showAbout;
+    std::function<void(const std::string& key)> clickNode;  ///< a click in the archive's tree
 
     // At start-up:
     std::function<void()> createSearchWindow;

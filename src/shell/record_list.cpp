@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "shell/roomy_rows.h"
+#include "shell/workspace_layout.h"
 
 namespace shell {
 
@@ -53,9 +54,16 @@ void RecordList::appendColumn(const QString& heading, double width) {
     const int section = model_.columnCount();
     model_.insertColumnAt(section + 1, heading);
     header()->resizeSection(section, static_cast<int>(this->width() * width));
-    if (model_.isSorted() && model_.sortKey() == section) {
-        showSortIndicator();
-    }
+    showSorting();
+}
+
+int RecordList::widthInTwips() const { return twipsFromPixels(width(), logicalDpiX()); }
+
+void RecordList::insertColumn(int position, const std::string& heading, int widthInTwips) {
+    model_.insertColumnAt(position, QString::fromStdString(heading));
+    header()->resizeSection(position - 1, pixelsFromTwips(widthInTwips, logicalDpiX()));
+    // The list stays sorted by the same text, which now stands below another column.
+    showSorting();
 }
 
 std::vector<std::int64_t> RecordList::selectedPositions() const {
@@ -73,14 +81,16 @@ std::vector<std::int64_t> RecordList::selectedPositions() const {
 
 void RecordList::sortBy(int sortKey, RecordModel::Order order) {
     model_.setSorted(sortKey, order);
-    showSortIndicator();
+    showSorting();
 }
 
-void RecordList::showSortIndicator() {
-    const bool ascending = model_.sortOrder() == RecordModel::Order::Ascending;
-    header()->setSortIndicatorShown(true);
-    header()->setSortIndicator(model_.sortKey(),
-                               ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+void RecordList::showSorting() {
+    if (model_.isSorted()) {
+        const bool ascending = model_.sortOrder() == RecordModel::Order::Ascending;
+        header()->setSortIndicatorShown(true);
+        header()->setSortIndicator(model_.sortKey(),
+                                   ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    }
 }
 
 }  // namespace shell

@@ -5,13 +5,14 @@
 #include <functional>
 #include <vector>
 
+#include "explore/explore_controls.h"
 #include "shell/record_model.h"
 
 namespace shell {
 
 /// The list of records, in report style; several rows may be selected. Columns and rows are the
 /// model's.
-class RecordList : public QTreeView {
+class RecordList : public QTreeView, public explore::ListControl {
   public:
     explicit RecordList(QWidget* parent);
 
@@ -19,6 +20,11 @@ class RecordList : public QTreeView {
 
     /// Adds a column behind the others, as wide as that fraction of the list.
     void appendColumn(const QString& heading, double width);
+
+    int widthInTwips() const override;
+    void insertColumn(int position, const std::string& heading, int widthInTwips) override;
+    void removeAllRows() override { model_.removeAllRows(); }
+    void appendRows(std::vector<Row> rows) override { model_.appendRows(std::move(rows)); }
 
     /// Positions of the selected rows, from 1, in list order.
     std::vector<std::int64_t> selectedPositions() const;
@@ -32,7 +38,7 @@ class RecordList : public QTreeView {
   private:
     void connectColumns();
     void clickColumn(int column);
-    void showSortIndicator();
+    void showSorting();
 
     RecordModel model_;
     std::function<void(int)> columnClick_;

@@ -7,7 +7,11 @@
 namespace shell {
 
 void WindowEvents::runPendingEvents() {
-    QCoreApplication::processEvents();
+    if (Clock::now() >= restUntil_) {
+        QCoreApplication::processEvents();
+        // From the end of the events, so that slow ones do not come to fill all the time.
+        restUntil_ = Clock::now() + shortestRest;
+    }
     if (end_.isRequested()) {
         throw EndOfProgram();
     }

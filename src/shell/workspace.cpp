@@ -2,11 +2,10 @@
 
 #include <QEvent>
 #include <QFrame>
-#include <QTreeWidget>
 
 #include "controls/status_line.h"
+#include "shell/archive_tree.h"
 #include "shell/record_list.h"
-#include "shell/roomy_rows.h"
 #include "shell/workspace_layout.h"
 
 namespace shell {
@@ -23,11 +22,9 @@ void place(QWidget* widget, const Rectangle& twips) {
 Workspace::Workspace(QWidget* parent) : QWidget(parent) {
     panel_ = new QFrame(this);
     panel_->setObjectName("scan_main");
-    tree_ = new QTreeWidget(panel_);
+    tree_ = new ArchiveTree(panel_);
     tree_->setObjectName("tvArchiveExplore");
     tree_->setAccessibleName("Archive");
-    tree_->setHeaderHidden(true);
-    tree_->setItemDelegate(new RoomyRows(tree_));
     list_ = new RecordList(panel_);
     list_->setObjectName("listScan");
     list_->setAccessibleName("Records");

@@ -6,10 +6,10 @@
 
 class QFrame;
 class QLabel;
-class QTreeWidget;
 
 namespace shell {
 
+class ArchiveTree;
 class RecordList;
 
 /// The main window's inner area with the workspace panel: tree and record list side by side, two
@@ -20,7 +20,7 @@ class Workspace : public QWidget {
     explicit Workspace(QWidget* parent);
 
     QFrame* panel() { return panel_; }
-    QTreeWidget* tree() { return tree_; }
+    ArchiveTree* tree() { return tree_; }
     RecordList* list() { return list_; }
     /// Status line 0 or 1.
     QLabel* status(int index) { return status_[static_cast<std::size_t>(index)]; }
@@ -38,7 +38,7 @@ class Workspace : public QWidget {
     void layOut();
 
     QFrame* panel_;
-    QTreeWidget* tree_;
+    ArchiveTree* tree_;
     RecordList* list_;
     std::array<QLabel*, 2> status_;
 };

@@ -19,10 +19,6 @@ constexpr int gapAboveLabels = 100;
 
 int extent(int value) { return std::max(value, 0); }
 
-int pixels(int twips, int dotsPerInch) {
-    return static_cast<int>(std::lround(static_cast<double>(twips) * dotsPerInch / twipsPerInch));
-}
-
 }  // namespace
 
 WorkspaceLayout layOutWorkspace(int innerWidth, int innerHeight, int labelHeight) {
@@ -46,11 +42,15 @@ int twipsFromPixels(int pixelCount, int dotsPerInch) {
         std::lround(static_cast<double>(pixelCount) * twipsPerInch / dotsPerInch));
 }
 
+int pixelsFromTwips(int twips, int dotsPerInch) {
+    return static_cast<int>(std::lround(static_cast<double>(twips) * dotsPerInch / twipsPerInch));
+}
+
 Rectangle pixelsFromTwips(const Rectangle& twips, int dotsPerInch) {
-    const int left = pixels(twips.left, dotsPerInch);
-    const int top = pixels(twips.top, dotsPerInch);
-    return {left, top, pixels(twips.left + twips.width, dotsPerInch) - left,
-            pixels(twips.top + twips.height, dotsPerInch) - top};
+    const int left = pixelsFromTwips(twips.left, dotsPerInch);
+    const int top = pixelsFromTwips(twips.top, dotsPerInch);
+    return {left, top, pixelsFromTwips(twips.left + twips.width, dotsPerInch) - left,
+            pixelsFromTwips(twips.top + twips.height, dotsPerInch) - top};
 }
 
 }  // namespace shell

@@ -27,6 +27,7 @@ struct WorkspaceLayout {
 WorkspaceLayout layOutWorkspace(int innerWidth, int innerHeight, int labelHeight);
 
 int twipsFromPixels(int pixels, int dotsPerInch);
+int pixelsFromTwips(int twips, int dotsPerInch);
 /// Every edge goes to the nearest pixel, so that parts that touch each other still do.
 Rectangle pixelsFromTwips(const Rectangle& twips, int dotsPerInch);
 

@@ -1,6 +1,5 @@
 // Draws every window into a folder, to be looked at: window_gallery FOLDER [dark]
 
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -29,6 +28,7 @@
 #include "save/form_save.h"
 #include "scan/form_scan.h"
 #include "shell/application.h"
+#include "shell/archive_tree.h"
 #include "shell/desktop.h"
 #include "shell/failure_boundary.h"
 #include "shell/failure_report.h"
@@ -37,12 +37,14 @@
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
-#include "shell/pictures.h"
 #include "shell/record_list.h"
 #include "shell/window_message_box.h"
 #include "shell/workspace.h"
+#include "tests/archive/archive_fixture.h"
+#include "tests/explore/sample_rows.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/scripted_file_dialogs.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -75,12 +77,13 @@ QPalette darkPalette() {
 class Gallery {
   public:
     Gallery(std::string folder, Desktop& desktop, support::ScriptedFileDialogs& dialogs,
-            base::ProgramState& state, jet::Engine& engine)
+            base::ProgramState& state, jet::Engine& engine, std::function<void()> openArchive)
         : folder_(std::move(folder)),
           desktop_(desktop),
           dialogs_(dialogs),
           state_(state),
-          engine_(engine) {}
+          engine_(engine),
+          openArchive_(std::move(openArchive)) {}
 
     void drawAll() {
         desktop_.showSplash();
@@ -89,8 +92,9 @@ class Gallery {
         desktop_.splash()->findChild<QPushButton*>("btnStart")->click();
         drawOpenWindow();
         draw(*desktop_.mainWindow(), "main-empty");
-        fillWorkspace();
+        drawExploring();
         draw(*desktop_.mainWindow(), "main");
+        drawLongTree();
         drawMenus();
         desktop_.mainWindow()->resize(640, 420);
         draw(*desktop_.mainWindow(), "main-small");
@@ -125,60 +129,40 @@ class Gallery {
         window.hide();
     }
 
-    void fillWorkspace() {
+    void drawExploring() {
         FormMain& main = *desktop_.mainWindow();
         main.setCaption("Verdolin - Holiday 2003.mdb");
-        main.arrangeWorkspace();
-        fillTree(*main.workspace().tree());
-        fillList(*main.workspace().list());
+        openArchive_();
+        main.findChild<QAction*>("mnArchExplore")->trigger();
+        draw(main, "main-explored");
+        ArchiveTree& tree = *main.workspace().tree();
+        clickNode(tree, "1:");
+        clickNode(tree, "1:\\Photos");
+        RecordList& list = *main.workspace().list();
+        main.listScan_ColumnClick(10);
+        list.selectionModel()->select(list.records().index(2, 0),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
         main.workspace().status(0)->setText("7: HOLIDAY as User Name: Holiday 2003 is a: CDROM");
         main.workspace().status(1)->setText(
             "1534 files and folders totalling: 512 of 650 total size.");
+        tree.setFocus();
     }
 
-    static QTreeWidgetItem* addNode(QTreeWidget& tree, QTreeWidgetItem* parent, const char* text,
-                                    const char* image) {
-        auto* item = parent == nullptr ? new QTreeWidgetItem(&tree) : new QTreeWidgetItem(parent);
-        item->setText(0, text);
-        item->setIcon(0, ImageList().image(image));
-        return item;
+    static void clickNode(ArchiveTree& tree, const std::string& key) {
+        QTreeWidgetItem* node = tree.node(key);
+        if (node->parent() != nullptr) {
+            node->parent()->setExpanded(true);
+        }
+        node->setExpanded(true);
+        tree.scrollToItem(node);
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(node).center());
+        node->setExpanded(true);
     }
 
-    static void fillTree(QTreeWidget& tree) {
-        QTreeWidgetItem* disc = addNode(tree, nullptr, "1: Holiday 2003(HOLIDAY)", "cdrom");
-        QTreeWidgetItem* photos = addNode(tree, disc, "Photos", "folderopen");
-        addNode(tree, photos, "Αθήνα", "folder");
-        addNode(tree, photos, "Ærø", "folder");
-        addNode(tree, disc, "Музыка", "folder");
-        addNode(tree, nullptr, "2: Letters(DISK 12)", "removable");
-        addNode(tree, nullptr, "3: Study(DATA)", "fixed");
-        addNode(tree, nullptr, "4: Office share(\\\\srv\\all)", "remote");
-        addNode(tree, nullptr, "5: Scratch()", "ramdisk");
-        addNode(tree, nullptr, "6: Odd one()", "unknown");
-        addNode(tree, nullptr, "A file", "file");
+    void drawLongTree() {
+        ArchiveTree& tree = *desktop_.mainWindow()->workspace().tree();
         tree.expandAll();
-        tree.setCurrentItem(photos);
-    }
-
-    static void fillList(RecordList& list) {
-        const char* const headings[] = {"Name",          "Path",    "Type",    "Type",
-                                        "Keywords",      "Notes 1", "Notes 2", "Date Created",
-                                        "Date Modified", "Size"};
-        const double widths[] = {.1, .2, .05, .15, .1, .1, .1, .05, .05, .1};
-        for (int column = 1; column <= 10; ++column) {
-            list.records().insertColumnAt(column, headings[column - 1]);
-            list.header()->resizeSection(column - 1,
-                                         static_cast<int>(list.width() * widths[column - 1]));
-        }
-        for (int i = 1; i <= 40; ++i) {
-            list.records().appendRow({"IMG_" + std::to_string(2000 + i) + ".JPG", "1:\\Photos",
-                                      "file", "JPEG image", i % 3 == 0 ? "sea,sun" : "", "", "",
-                                      "07/14/2003 18:05:11", "07/14/2003 18:05:12",
-                                      std::to_string(i * 91237)});
-        }
-        list.sortBy(9, RecordModel::Order::Descending);
-        list.selectionModel()->select(list.records().index(2, 0),
-                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        draw(*desktop_.mainWindow(), "main-tree-expanded");
     }
 
     void drawMenus() {
@@ -287,7 +271,36 @@ class Gallery {
     support::ScriptedFileDialogs& dialogs_;
     base::ProgramState& state_;
     jet::Engine& engine_;
+    std::function<void()> openArchive_;
 };
+
+/// An archive with media of every type, one of which has folders and files.
+void makeArchive(jet::Engine& engine, const base::ArchiveLocation& archive) {
+    using support::file;
+    using support::folder;
+    using support::medium;
+    archive::createArchive(engine, archive);
+    support::ArchiveTables tables(engine);
+    tables.addMedia(
+        archive,
+        {medium(1, "Holiday 2003", "HOLIDAY"), medium(2, "Letters", "DISK 12", "Removable"),
+         medium(3, "Study", "DATA", "Fixed"), medium(4, "Office share", "\\\\srv\\all", "Remote"),
+         medium(5, "Scratch", "", "RAMDisk"), medium(6, "Odd one", "", "UnKnown")});
+    std::vector<base::ScanEntry> rows = {folder("1:", "Photos"),
+                                         folder("1:\\Photos", "Αθήνα"),
+                                         folder("1:\\Photos", "Ærø"),
+                                         folder("1:", "Музыка"),
+                                         folder("1:\\Photos\\Ærø", "2003-07 From the ferry"),
+                                         folder("1:\\Photos\\Ærø\\2003-07 From the ferry", "Kept"),
+                                         file("1:", "readme.txt")};
+    for (int i = 1; i <= 40; ++i) {
+        base::ScanEntry& picture =
+            rows.emplace_back(file("1:\\Photos", "IMG_" + std::to_string(2000 + i) + ".JPG"));
+        picture.keywords = i % 3 == 0 ? "sea,sun" : "";
+        picture.Size = i * 91237;
+    }
+    tables.addRecords(archive, rows);
+}
 
 class GalleryMachine : public support::FakePlatform {
   public:
@@ -328,11 +341,17 @@ int main(int argc, char** argv) {
     }
     GalleryMachine machine;
     jet::Engine engine(machine.files());
+    const support::TemporaryFolder catalogues;
     base::ProgramState state;
     WindowMessageBox messages;
     FailureBoundary boundary(messages);
     support::ScriptedFileDialogs dialogs;
     Desktop desktop({state, machine, engine, messages, dialogs, boundary, [] {}});
-    Gallery(argv[1], desktop, dialogs, state, engine).drawAll();
+    const base::ArchiveLocation archive{catalogues.path() + "/", "Holiday 2003.mdb"};
+    makeArchive(engine, archive);
+    Gallery(argv[1], desktop, dialogs, state, engine, [&] {
+        state.archiveFolder = archive.folder;
+        state.archiveName = archive.name;
+    }).drawAll();
     return 0;
 }

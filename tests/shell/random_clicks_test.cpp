@@ -1,0 +1,210 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <cstdlib>
+#include <iostream>
+#include <set>
+#include <string>
+
+#include "archive/archive_table.h"
+#include "archive/record_rows.h"
+#include "jet/checker.h"
+#include "jet/engine.h"
+#include "platform/file_private_profile.h"
+#include "shell/desktop.h"
+#include "shell/failure_boundary.h"
+#include "shell/form_main.h"
+#include "shell/window_message_box.h"
+#include "tests/shell/test_application.h"
+#include "tests/support/fake_platform.h"
+#include "tests/support/random_user.h"
+#include "tests/support/temporary_folder.h"
+
+// Everything that the windows offer, in any order and in the middle of everything else: nothing may
+// crash or hang, and the archives hold nothing but whole rows afterwards.
+
+namespace shell {
+namespace {
+
+constexpr const char* archiveNames[] = {"first.mdb", "second.mdb", "third.mdb"};
+constexpr int archiveCount = 3;
+constexpr int longestRun = 400;
+
+/// Chooses one of a few archives, or nothing.
+class RandomFileDialogs : public open::FileDialogs {
+  public:
+    RandomFileDialogs(support::RandomUser& user, const support::TemporaryFolder& folder)
+        : user_(user), folder_(folder) {}
+
+    std::optional<std::string> showOpen(const open::FileDialogRequest&) override {
+        return choose();
+    }
+    std::optional<std::string> showSave(const open::FileDialogRequest&) override {
+        return choose();
+    }
+
+  private:
+    std::optional<std::string> choose() {
+        if (user_.chance(4)) {
+            return std::nullopt;
+        }
+        return folder_.pathOf(archiveNames[user_.number(archiveCount)]);
+    }
+
+    support::RandomUser& user_;
+    const support::TemporaryFolder& folder_;
+};
+
+class Machine : public support::FakePlatform {
+  public:
+    Machine() : real_(platform::createPlatform()) {
+        opener = &real_->files();
+        fill('d', 4, 6);
+        fill('e', 1, 3);
+        machineDrives.add('d', "HOLIDAY", 2);
+        machineDrives.add('e', "", 5);
+        machineDrives.add('f', "", 5).ready = false;
+    }
+    platform::PrivateProfile& privateProfile() override { return settingsFiles; }
+
+    platform::FilePrivateProfile settingsFiles;
+
+  private:
+    void fill(char drive, int folders, int files) {
+        const std::string root{drive, ':', '\\'};
+        for (int folder = 0; folder < folders; ++folder) {
+            const std::string path = root + "folder" + std::to_string(folder);
+            disk.addFolder(path);
+            for (int file = 0; file < files; ++file) {
+                disk.addFile(path + "\\file" + std::to_string(file), 100);
+            }
+        }
+        disk.addFile(root + "readme", 7);
+    }
+
+    std::unique_ptr<platform::Platform> real_;
+};
+
+/// One run of the program, from its splash window to its end.
+class ProgramRun {
+  public:
+    ProgramRun(support::RandomUser& user, Machine& machine, const support::TemporaryFolder& folder)
+        : user_(user),
+          engine_(*machine.opener),
+          dialogs_(user, folder),
+          desktop_({state_, machine, engine_, messages_, dialogs_, boundary_,
+                    [&user] { user.stop(); }}) {
+        support::testApplication().setBoundary(&boundary_);
+        desktop_.showSplash();
+    }
+    ~ProgramRun() { support::testApplication().setBoundary(nullptr); }
+    ProgramRun(const ProgramRun&) = delete;
+    ProgramRun& operator=(const ProgramRun&) = delete;
+
+    void go(int actions) {
+        user_.act(actions);
+        desktop_.endProgram();
+        QCoreApplication::processEvents();
+    }
+
+  private:
+    support::RandomUser& user_;
+    jet::Engine engine_;
+    base::ProgramState state_;
+    WindowMessageBox messages_;
+    FailureBoundary boundary_{messages_};
+    RandomFileDialogs dialogs_;
+    Desktop desktop_;
+};
+
+class RandomClicksTest : public testing::Test {
+  protected:
+    RandomClicksTest() {
+        folder.makeFolder("settings");
+        machine.fakeShell.folder = folder.path();
+    }
+
+    /// Every archive is sound, and every row of it is one that a scan has made, whole.
+    void checkArchives() {
+        for (const char* name : archiveNames) {
+            if (folder.exists(name)) {
+                checkArchive(name);
+            }
+        }
+    }
+
+    void checkArchive(const std::string& name) {
+        const jet::CheckReport report = jet::checkDatabase(*machine.opener, folder.pathOf(name));
+        for (const jet::CheckFinding& finding : report.findings()) {
+            ADD_FAILURE() << name << ", page " << finding.page << ": " << finding.text;
+        }
+        jet::Engine engine(*machine.opener);
+        archive::ArchiveTable table(engine, {folder.path() + "/", name}, "main",
+                                    jet::LockType::ReadOnly);
+        const archive::RecordReader reader(table.rows());
+        for (; !table.rows().endOfFile(); table.rows().moveNext()) {
+            base::ScanEntry entry;
+            reader.read(entry);
+            checkEntry(entry);
+            ++rowsSeen;
+        }
+        table.close();
+    }
+
+    void checkEntry(const base::ScanEntry& entry) const {
+        const bool isFolder = entry.Folder == "folder";
+        EXPECT_TRUE(isFolder || entry.Folder == "file") << entry.Folder;
+        EXPECT_EQ(entry.FileName.starts_with("folder"), isFolder) << entry.FileName;
+        const std::string place = entry.path.substr(entry.path.find(':') + 1);
+        EXPECT_TRUE(machine.disk.find("d:" + place + "\\" + entry.FileName) != nullptr ||
+                    machine.disk.find("e:" + place + "\\" + entry.FileName) != nullptr)
+            << entry.path << "\\" << entry.FileName;
+        EXPECT_EQ(entry.Size, isFolder ? 0 : entry.FileName == "readme" ? 7 : 100);
+        EXPECT_FALSE(entry.DateCreated.empty());
+        EXPECT_FALSE(entry.DateModified.empty());
+        EXPECT_GT(entry.mediaId, 0);
+    }
+
+    support::TemporaryFolder folder;
+    Machine machine;
+    std::int64_t rowsSeen = 0;
+};
+
+int actionsWanted() {
+    const char* wanted = std::getenv("VERDOLIN_CLICKS");
+    return wanted == nullptr ? 3000 : std::atoi(wanted);
+}
+
+std::uint32_t seedWanted() {
+    const char* wanted = std::getenv("VERDOLIN_SEED");
+    return wanted == nullptr ? std::random_device()()
+                             : static_cast<std::uint32_t>(std::strtoul(wanted, nullptr, 10));
+}
+
+// VERDOLIN_CLICKS says how many actions, VERDOLIN_SEED which ones.
+TEST_F(RandomClicksTest, NothingCrashesAndTheArchivesHoldWholeRows) {
+    const std::uint32_t seed = seedWanted();
+    std::cout << "VERDOLIN_SEED=" << seed << '\n';
+    support::RandomUser user(seed);
+    user.mayAlso("a medium is taken out or put in", 2, [this, &user] {
+        support::FakeDrive& drive = machine.machineDrives.at(user.chance(2) ? 'd' : 'e');
+        drive.ready = !drive.ready || user.chance(2);
+    });
+    user.mayAlso("nothing", 3, [] {});
+    for (int left = actionsWanted(); left > 0; left -= longestRun) {
+        ProgramRun(user, machine, folder).go(std::min(left, longestRun));
+        checkArchives();
+        if (HasFailure()) {
+            break;
+        }
+    }
+    for (const auto& [name, count] : user.done()) {
+        std::cout << name << ": " << count << '\n';
+    }
+    std::cout << user.nested() << " while another action ran; " << rowsSeen << " rows checked\n";
+    EXPECT_GT(user.nested(), 0);
+    EXPECT_GT(rowsSeen, 0);
+}
+
+}  // namespace
+}  // namespace shell

@@ -1,0 +1,164 @@
+#include "tests/support/random_user.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTabBar>
+#include <QTest>
+#include <QTimerEvent>
+#include <QTreeView>
+
+namespace support {
+
+namespace {
+
+constexpr int weightOfButton = 3;
+constexpr int weightOfRow = 4;
+constexpr int weightOfMenuItem = 1;
+
+std::string nameOf(const QObject& object) {
+    const QString name = object.objectName();
+    return name.isEmpty() ? object.metaObject()->className() : name.toStdString();
+}
+
+bool canBeUsed(const QWidget& control) {
+    return control.isVisible() && control.isEnabled() && !control.visibleRegion().isEmpty();
+}
+
+std::vector<QPointer<QWidget>> windowsInReach() {
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        return {modal};
+    }
+    std::vector<QPointer<QWidget>> windows;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowType() != Qt::Popup) {
+            windows.emplace_back(window);
+        }
+    }
+    return windows;
+}
+
+}  // namespace
+
+void RandomUser::mayAlso(std::string name, int weight, std::function<void()> action) {
+    others_.push_back({std::move(name), weight, std::move(action)});
+}
+
+void RandomUser::act(int count) {
+    remaining_ = count;
+    arm();
+    while (remaining_ > 0) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    QCoreApplication::processEvents();
+}
+
+/// A new timer each time: one that is being handled is not due again before it has been.
+void RandomUser::arm() {
+    if (timer_ == 0 && remaining_ > 0) {
+        timer_ = startTimer(0);
+    }
+}
+
+void RandomUser::timerEvent(QTimerEvent* event) {
+    killTimer(event->timerId());
+    timer_ = 0;
+    if (remaining_ == 0) {
+        return;
+    }
+    --remaining_;
+    nested_ += depth_ > 0 ? 1 : 0;
+    ++depth_;
+    if (depth_ < deepest) {
+        arm();
+    }
+    doOneAction();
+    --depth_;
+    arm();
+}
+
+void RandomUser::doOneAction() {
+    std::vector<Action> actions = possibleActions();
+    if (actions.empty()) {
+        return;
+    }
+    int total = 0;
+    for (const Action& action : actions) {
+        total += action.weight;
+    }
+    int drawn = number(total);
+    for (const Action& action : actions) {
+        drawn -= action.weight;
+        if (drawn < 0) {
+            ++done_[action.name];
+            action.run();
+            return;
+        }
+    }
+}
+
+std::vector<RandomUser::Action> RandomUser::possibleActions() {
+    std::vector<Action> actions = others_;
+    for (const QPointer<QWidget>& window : windowsInReach()) {
+        addActionsOf(*window, actions);
+    }
+    return actions;
+}
+
+void RandomUser::addActionsOf(QWidget& window, std::vector<Action>& actions) {
+    for (QWidget* control : window.findChildren<QWidget*>()) {
+        if (control->window() == &window && canBeUsed(*control)) {
+            addActionsOfControl(*control, actions);
+        }
+    }
+    for (QAction* item : window.findChildren<QAction*>()) {
+        if (item->isEnabled() && !item->isSeparator() && item->objectName().startsWith("mn")) {
+            actions.push_back({nameOf(*item), weightOfMenuItem, [item] { item->trigger(); }});
+        }
+    }
+    actions.push_back({"close " + nameOf(window), 1, [closed = QPointer<QWidget>(&window)] {
+                           if (closed) {
+                               closed->close();
+                           }
+                       }});
+}
+
+void RandomUser::addActionsOfControl(QWidget& control, std::vector<Action>& actions) {
+    if (auto* button = qobject_cast<QAbstractButton*>(&control)) {
+        actions.push_back({nameOf(control), weightOfButton,
+                           [button] { QTest::mouseClick(button, Qt::LeftButton); }});
+    } else if (auto* tabs = qobject_cast<QTabBar*>(&control)) {
+        const int tab = number(std::max(tabs->count(), 1));
+        actions.push_back({nameOf(control), 1, [tabs, tab] {
+                               QTest::mouseClick(tabs, Qt::LeftButton, {},
+                                                 tabs->tabRect(tab).center());
+                           }});
+    } else if (auto* combo = qobject_cast<QComboBox*>(&control)) {
+        const Qt::Key key = chance(2) ? Qt::Key_Down : Qt::Key_Up;
+        actions.push_back(
+            {nameOf(control), weightOfButton, [combo, key] { QTest::keyClick(combo, key); }});
+    } else if (auto* line = qobject_cast<QLineEdit*>(&control)) {
+        const char letter = static_cast<char>('a' + number(3));
+        actions.push_back({nameOf(control), 1, [line, letter] { QTest::keyClick(line, letter); }});
+    } else if (auto* header = qobject_cast<QHeaderView*>(&control)) {
+        const int place = number(std::max(header->width(), 1));
+        actions.push_back({nameOf(control), 1, [header, place] {
+                               QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                                                 QPoint(place, header->height() / 2));
+                           }});
+    } else if (auto* view = qobject_cast<QAbstractItemView*>(&control)) {
+        const QPoint place(10 + number(40), number(std::max(view->viewport()->height(), 1)));
+        const Qt::KeyboardModifiers keys =
+            chance(3) ? Qt::ControlModifier : Qt::KeyboardModifiers();
+        actions.push_back({nameOf(control), weightOfRow, [view, place, keys] {
+                               QTest::mouseClick(view->viewport(), Qt::LeftButton, keys, place);
+                           }});
+    }
+}
+
+}  // namespace support

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QEvent>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// Somebody who clicks and types at random, and who never waits: whenever events are handled, in
+/// the middle of a scan, a save or a reading as well, the next action comes. While a window is
+/// modal only that one is used, as for any user.
+///
+/// Actions that are set off while another one runs may nest as deeply as `deepest`; there the
+/// user waits, so that every operation comes to its end.
+class RandomUser : public QObject {
+  public:
+    static constexpr int deepest = 5;
+
+    explicit RandomUser(std::uint32_t seed) : random_(seed) {}
+
+    /// Something else that may happen at any time, as often as `weight` actions on a control.
+    void mayAlso(std::string name, int weight, std::function<void()> action);
+
+    /// Acts until `count` more actions are done or stop() is called, and every operation set off
+    /// has ended.
+    void act(int count);
+    /// No further action.
+    void stop() { remaining_ = 0; }
+    bool isActing() const { return remaining_ > 0; }
+
+    bool chance(int in) { return number(in) == 0; }
+    /// 0 to `end` - 1.
+    int number(int end) { return std::uniform_int_distribution<int>(0, end - 1)(random_); }
+
+    /// How often each action was done, by the name of its control.
+    const std::map<std::string, int>& done() const { return done_; }
+    /// How many actions came while another one was running.
+    int nested() const { return nested_; }
+
+  protected:
+    void timerEvent(QTimerEvent* event) override;
+
+  private:
+    struct Action {
+        std::string name;
+        int weight = 1;
+        std::function<void()> run;
+    };
+
+    void arm();
+    void doOneAction();
+    std::vector<Action> possibleActions();
+    void addActionsOf(QWidget& window, std::vector<Action>& actions);
+    void addActionsOfControl(QWidget& control, std::vector<Action>& actions);
+
+    std::mt19937 random_;
+    std::vector<Action> others_;
+    std::map<std::string, int> done_;
+    int remaining_ = 0;
+    int depth_ = 0;
+    int nested_ = 0;
+    int timer_ = 0;
+};
+
+}  // namespace support
