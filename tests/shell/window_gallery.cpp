@@ -182,6 +182,8 @@ class Gallery {
 
     void drawScanAndSave() {
         desktop_.mainWindow()->resize(1000, 660);
+        state_.archiveFolder.clear();
+        state_.archiveName.clear();
         // Without an archive the drive counts as not ready, which a message says first.
         drawNextMessage("message-not-ready");
         choose("mnuArchScan");
