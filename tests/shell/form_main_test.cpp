@@ -15,6 +15,7 @@
 
 #include "base/failure.h"
 #include "base/program_state.h"
+#include "shell/archive_tree.h"
 #include "shell/common_dialog.h"
 #include "shell/failure_boundary.h"
 #include "shell/failure_report.h"
