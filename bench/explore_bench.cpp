@@ -85,9 +85,9 @@ base::ScanEntry entry(const char* kind, const std::string& path, const std::stri
 void addFolder(std::vector<base::ScanEntry>& entries, const std::string& path,
                const std::string& name) {
     entries.push_back(entry("folder", path, name));
+    const std::string inside = path + "\\" + name;
     for (int i = 1; i <= filesInAFolder; ++i) {
-        entries.push_back(
-            entry("file", path + "\\" + name, "IMG_" + std::to_string(2000 + i) + ".JPG"));
+        entries.push_back(entry("file", inside, "picture " + std::to_string(i)));
     }
 }
 

@@ -313,5 +313,28 @@ TEST_F(ArchiveTreeTest, TenThousandFoldersAreThereAtOnce) {
     EXPECT_LT(watch.elapsed(), 3000);
 }
 
+TEST_F(ArchiveTreeTest, SoAreAsManyMediaAsAnArchiveCanHave) {
+    show();
+    QElapsedTimer watch;
+    watch.start();
+    addMedia(INT16_MAX);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(tree.topLevelItemCount(), INT16_MAX);
+    EXPECT_LT(watch.elapsed(), 3000);
+}
+
+TEST_F(ArchiveTreeTest, SoAreTenThousandFoldersSideBySide) {
+    addMedia(1);
+    tree.node("1:")->setExpanded(true);
+    show();
+    QElapsedTimer watch;
+    watch.start();
+    for (int i = 0; i < 10000; ++i) {
+        addFolder("1:", std::to_string(i));
+    }
+    QCoreApplication::processEvents();
+    EXPECT_LT(watch.elapsed(), 3000);
+}
+
 }  // namespace
 }  // namespace shell
