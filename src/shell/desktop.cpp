@@ -112,7 +112,10 @@ void Desktop::createMainWindow() {
 
 void Desktop::createExploring() {
     explore::ExploreCommands commands;
-    commands.arrangeWorkspace = [this] { main_->arrangeWorkspace(); };
+    commands.arrangeWorkspace = [this] {
+        main_->arrangeWorkspace();
+        main_->workspace().tree()->setFocus();
+    };
     commands.showLoading = [this] { showLoading(); };
     commands.hideLoading = [this] { loading().hide(); };
     commands.showOpenWindow = [this] { showOpenWindow(); };
