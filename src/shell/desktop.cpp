@@ -4,6 +4,8 @@
 #include <QWindow>
 
 #include "archive/makedb.h"
+#include "keywords/form_keywords.h"
+#include "keywords/initkeywords.h"
 #include "open/form_open.h"
 #include "platform/platform.h"
 #include "shell/form_about.h"
@@ -11,6 +13,8 @@
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
+#include "shell/keyword_columns.h"
+#include "shell/workspace.h"
 
 namespace shell {
 
@@ -40,6 +44,9 @@ open::OpenCommands Desktop::openCommands() {
     open::OpenCommands commands;
     commands.showMainWindow = [this] { showMainWindow(); };
     commands.setMainCaption = [this](const std::string& caption) { setMainCaption(caption); };
+    commands.initKeywords = [this] {
+        keywords::initKeywords(parts_.state, parts_.engine, events_, progress());
+    };
     commands.hideProgress = [this] {
         if (progress_) {
             progress_->hide();
@@ -88,6 +95,7 @@ void Desktop::createMainWindow() {
     MainCommands commands;
     commands.openArchive = [this] { showOpenWindow(); };
     commands.exitProgram = [this] { endProgram(); };
+    commands.showKeywords = [this] { showKeywords(); };
     commands.showAbout = [this] { showAbout(); };
     commands.createLoadingWindow = [this] { loading(); };
     main_ = std::make_unique<FormMain>(parts_.state, parts_.platform.shell(), parts_.boundary,
@@ -101,6 +109,13 @@ void Desktop::keepOpenWindowInFront() {
         open_->winId();
         open_->windowHandle()->setTransientParent(main_->windowHandle());
     }
+}
+
+void Desktop::showKeywords() {
+    KeywordColumns columns(*main_->workspace().list());
+    keywords::FormKeywords window(parts_.state, columns, parts_.boundary, main_.get());
+    window.load();
+    window.exec();
 }
 
 void Desktop::showAbout() {

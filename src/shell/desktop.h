@@ -75,6 +75,8 @@ class Desktop {
     open::OpenCommands openCommands();
     void setMainCaption(const std::string& caption);
     void keepOpenWindowInFront();
+    /// Made anew each time; returns when it has been closed.
+    void showKeywords();
 
     DesktopParts parts_;
     ProgramEnd end_;
