@@ -82,7 +82,8 @@ QGroupBox* FormKeywords::createNotesFrame() {
     auto* layout = new QVBoxLayout(frame);
     layout->addWidget(comboNotes_);
     layout->addLayout(rowOf({btnNoteAdd_, btnDeleteNotes_, btnSelectNote_}));
-    layout->addLayout(rowOf({checkNotes1_, checkNotes2_, checkArchiveNote_}));
+    layout->addLayout(rowOf({checkNotes1_, checkNotes2_}));
+    layout->addLayout(rowOf({checkArchiveNote_}));
     return frame;
 }
 
@@ -101,8 +102,9 @@ void FormKeywords::createInfo() {
     QPushButton* btnCancel = createButton("btnCancel", "Cancel", &QDialog::reject, this);
 
     auto* layout = static_cast<QVBoxLayout*>(this->layout());
-    layout->addWidget(displayInfo_);
+    layout->addSpacing(layout->spacing());
     layout->addWidget(labelSelectFirst);
+    layout->addWidget(displayInfo_);
     layout->addStretch();
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
