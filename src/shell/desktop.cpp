@@ -44,9 +44,7 @@ open::OpenCommands Desktop::openCommands() {
     open::OpenCommands commands;
     commands.showMainWindow = [this] { showMainWindow(); };
     commands.setMainCaption = [this](const std::string& caption) { setMainCaption(caption); };
-    commands.initKeywords = [this] {
-        keywords::initKeywords(parts_.state, parts_.engine, events_, progress());
-    };
+    commands.initKeywords = [this] { collectKeywords(); };
     commands.hideProgress = [this] {
         if (progress_) {
             progress_->hide();
@@ -109,6 +107,18 @@ void Desktop::keepOpenWindowInFront() {
         open_->winId();
         open_->windowHandle()->setTransientParent(main_->windowHandle());
     }
+}
+
+/// How far it is, is shown in front of the main window, in its middle.
+void Desktop::collectKeywords() {
+    FormProgress& window = progress();
+    if (main_ && main_->windowHandle() != nullptr) {
+        window.winId();
+        window.windowHandle()->setTransientParent(main_->windowHandle());
+        window.adjustSize();
+        window.move(main_->frameGeometry().center() - window.rect().center());
+    }
+    keywords::initKeywords(parts_.state, parts_.engine, events_, window);
 }
 
 void Desktop::showKeywords() {

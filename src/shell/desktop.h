@@ -75,6 +75,7 @@ class Desktop {
     open::OpenCommands openCommands();
     void setMainCaption(const std::string& caption);
     void keepOpenWindowInFront();
+    void collectKeywords();
     /// Made anew each time; returns when it has been closed.
     void showKeywords();
 

@@ -175,7 +175,7 @@ TEST_F(InitKeywordsTest, AnArchiveWithoutRecordsKeepsTheFormerLists) {
     EXPECT_EQ(events.count, 0);
 }
 
-TEST_F(InitKeywordsTest, NothingOfAnEarlierArchiveSurvivesLongerListsNeither) {
+TEST_F(InitKeywordsTest, NothingOfAnEarlierArchiveSurvives) {
     rememberFormer();
     add({entryWith("k", "n")});
     collect();

@@ -9,6 +9,7 @@
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <optional>
 
 #include "archive/makedb.h"
@@ -74,6 +75,8 @@ TEST_F(DesktopKeywordsTest, TheProgressWindowIsShownMeanwhile) {
     });
     open("a.mdb");
     EXPECT_TRUE(wasVisible);
+    EXPECT_EQ(desktop.progress().windowHandle()->transientParent(),
+              desktop.mainWindow()->windowHandle());
     EXPECT_EQ(text, "Initializing Keywords and Notes.  Record 1 of 50");
 }
 
