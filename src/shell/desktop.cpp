@@ -5,6 +5,8 @@
 
 #include "archive/makedb.h"
 #include "explore/explorearchive.h"
+#include "keywords/form_keywords.h"
+#include "keywords/initkeywords.h"
 #include "open/form_open.h"
 #include "platform/platform.h"
 #include "save/form_save.h"
@@ -15,6 +17,7 @@
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
+#include "shell/keyword_columns.h"
 #include "shell/record_list.h"
 #include "shell/workspace.h"
 
@@ -48,6 +51,7 @@ open::OpenCommands Desktop::openCommands() {
     open::OpenCommands commands;
     commands.showMainWindow = [this] { showMainWindow(); };
     commands.setMainCaption = [this](const std::string& caption) { setMainCaption(caption); };
+    commands.initKeywords = [this] { collectKeywords(); };
     commands.hideProgress = [this] {
         if (progress_) {
             progress_->hide();
@@ -100,6 +104,7 @@ void Desktop::createMainWindow() {
     commands.exitProgram = [this] { endProgram(); };
     commands.scanForArchive = [this] { showScanWindow(); };
     commands.saveIntoArchive = [this] { showSaveWindow(); };
+    commands.showKeywords = [this] { showKeywords(); };
     commands.showAbout = [this] { showAbout(); };
     commands.createLoadingWindow = [this] { loading(); };
     commands.exploreArchive = [this] { explore_->exploreArchive(); };
@@ -125,16 +130,21 @@ void Desktop::createExploring() {
                                                          std::move(commands));
 }
 
-/// In front of the main window, in its middle.
 void Desktop::showLoading() {
     FormFlashLoading& window = loading();
-    QRect place = window.frameGeometry();
-    place.moveCenter(main_->frameGeometry().center());
-    window.move(place.topLeft());
-    window.winId();
-    window.windowHandle()->setTransientParent(main_->windowHandle());
+    placeInMiddle(window);
     window.show();
     window.raise();
+}
+
+/// In front of the main window, in its middle.
+void Desktop::placeInMiddle(QWidget& window) {
+    if (main_) {
+        keepInFront(window);
+        QRect place = window.frameGeometry();
+        place.moveCenter(main_->frameGeometry().center());
+        window.move(place.topLeft());
+    }
 }
 
 /// Not every window system lets a program raise its windows; all of them keep one that belongs to
@@ -179,6 +189,20 @@ void Desktop::createSaveWindow() {
     window->load();
     keepInFront(*window);
     saveWindow_.put(std::move(window));
+}
+
+void Desktop::collectKeywords() {
+    FormProgress& window = progress();
+    window.adjustSize();
+    placeInMiddle(window);
+    keywords::initKeywords(parts_.state, parts_.engine, events_, window);
+}
+
+void Desktop::showKeywords() {
+    KeywordColumns columns(*main_->workspace().list());
+    keywords::FormKeywords window(parts_.state, columns, parts_.boundary, main_.get());
+    window.load();
+    window.exec();
 }
 
 void Desktop::showAbout() {

@@ -96,11 +96,15 @@ class Desktop {
     void createOpenWindow();
     void createExploring();
     void showLoading();
+    void placeInMiddle(QWidget& window);
     open::OpenCommands openCommands();
     void setMainCaption(const std::string& caption);
     void createScanWindow();
     void createSaveWindow();
     void keepInFront(QWidget& window);
+    void collectKeywords();
+    /// Made anew each time; returns when it has been closed.
+    void showKeywords();
 
     DesktopParts parts_;
     ProgramEnd end_;
