@@ -219,7 +219,7 @@ DWORD WindowsDirectoryLister::askedAttributes(std::string_view path) {
 }
 
 std::uint32_t WindowsDirectoryLister::attributes(std::string_view path) {
-    if (path == delivered_.path) {
+    if (!path.empty() && path == delivered_.path) {
         return delivered_.attributes;
     }
     // In the form that is taken as it stands these names would mean nothing.
