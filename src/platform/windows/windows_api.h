@@ -14,5 +14,6 @@
 #include <windows.h>
 #include <objbase.h>
 #include <shellapi.h>
+#include <winioctl.h>
 #include <winnetwk.h>
 // clang-format on

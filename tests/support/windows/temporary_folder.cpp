@@ -1,7 +1,5 @@
 #include "tests/support/temporary_folder.h"
 
-#include <winioctl.h>
-
 #include <filesystem>
 #include <stdexcept>
 
