@@ -34,8 +34,8 @@ class Rank {
     static bool add(const Node& node, Part& part);
     static int rank(std::string_view name, const Part& part);
 
-    bool isConstant_;
     Part root_;
+    bool isConstant_;
 };
 
 }  // namespace search
