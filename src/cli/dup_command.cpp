@@ -22,22 +22,31 @@ void printGroup(const search::Index& index, const search::DuplicateGroup& group,
     }
 }
 
+std::string refuseUnknownParts(const std::string& list) {
+    for (const std::string& part : listedNames(list)) {
+        if (part != "name" && part != "size" && part != "date") {
+            return "\"" + part + "\" is neither name, size nor date";
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 void DupCommand::addOptions(CLI::App& app) {
     addArchiveArgument(app, "ARCHIVE", "The archive's file", archive_);
     query_.addTo(app, QueryLine::Needed::No);
     app.add_option("--by", by_, "What duplicates have in common: name, size, date")
-        ->delimiter(',')
-        ->expected(1)
-        ->check(CLI::IsMember({"name", "size", "date"}).description(""))
-        ->type_name("WHAT");
+        ->check(CLI::Validator(refuseUnknownParts, ""))
+        ->type_name("WHAT")
+        ->capture_default_str();
     format_.addTo(app);
 }
 
 search::SameBy DupCommand::sameBy() const {
-    const auto isGiven = [this](const char* what) {
-        return std::ranges::find(by_, what) != by_.end();
+    const std::vector<std::string> given = listedNames(by_);
+    const auto isGiven = [&given](const char* what) {
+        return std::ranges::find(given, what) != given.end();
     };
     return {isGiven("name"), isGiven("size"), isGiven("date")};
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "cli/command.h"
 #include "cli/format_option.h"
@@ -25,7 +24,7 @@ class DupCommand : public Command {
 
     std::string archive_;
     QueryLine query_;
-    std::vector<std::string> by_{"name", "size"};
+    std::string by_ = "name,size";
     FormatOption format_{OutputFormat::Text};
 };
 

@@ -61,7 +61,9 @@ ScannedIndex scanIndex(Context& context, const std::string& what) {
     const ScanSource source(context.platform, what);
     source.requireReadable();
     base::MediaInfo medium;
-    medium.driveLetter = source.drive().substr(0, 1);
+    // A capital, as drives report theirs: the walk's own small letter would be taken for part of
+    // the path.
+    medium.driveLetter = static_cast<char>(source.drive().front() - 'a' + 'A');
     IndexDestination destination;
     SilentProgress progress(context.interruption);
     RefusedFolders refused(context, source);

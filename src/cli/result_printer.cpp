@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "cli/archive_option.h"
 #include "cli/checked_output.h"
 #include "cli/context.h"
 #include "cli/table_writer.h"
@@ -33,8 +34,13 @@ class StreamSink : public search::ExportSink {
     std::ostream& stream_;
 };
 
-std::string refuseUnknownColumn(const std::string& name) {
-    return search::columnOfKey(name) ? std::string() : "there is no column " + name;
+std::string refuseUnknownColumns(const std::string& list) {
+    for (const std::string& name : listedNames(list)) {
+        if (!search::columnOfKey(name)) {
+            return "there is no column " + name;
+        }
+    }
+    return {};
 }
 
 }  // namespace
@@ -64,9 +70,7 @@ void ResultPrinter::addTo(CLI::App& app) {
     app.add_option("--columns", columns_,
                    "The columns, in this order: name, medium, folder, size, modified, type, "
                    "keywords, notes1, notes2, created, copies")
-        ->delimiter(',')
-        ->expected(1)
-        ->check(CLI::Validator(refuseUnknownColumn, ""))
+        ->check(CLI::Validator(refuseUnknownColumns, ""))
         ->type_name("NAMES");
     app.add_flag("--neutralise-formulas", neutralisesFormulas_,
                  "Put an apostrophe before CSV and TSV cells that a spreadsheet would calculate");
@@ -79,7 +83,7 @@ std::vector<ResultColumn> ResultPrinter::columns() const {
                                                              search::allResultColumns.end());
     }
     std::vector<ResultColumn> result;
-    for (const std::string& name : columns_) {
+    for (const std::string& name : listedNames(columns_)) {
         result.push_back(*search::columnOfKey(name));
     }
     return result;

@@ -34,7 +34,7 @@ class ResultPrinter {
 
     bool offersText_;
     std::string format_;
-    std::vector<std::string> columns_;
+    std::string columns_;  ///< with commas between
     bool neutralisesFormulas_ = false;
 };
 
