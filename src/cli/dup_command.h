@@ -18,6 +18,7 @@ class DupCommand : public Command {
     }
     void addOptions(CLI::App& app) override;
     ExitCode run(Context& context) override;
+    bool takesQuery() const override { return true; }
 
   private:
     search::SameBy sameBy() const;

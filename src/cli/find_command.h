@@ -19,6 +19,7 @@ class FindCommand : public Command {
     std::string description() const override { return "Find entries by a query"; }
     void addOptions(CLI::App& app) override;
     ExitCode run(Context& context) override;
+    bool takesQuery() const override { return true; }
 
   private:
     ExitCode find(Context& context) const;

@@ -27,8 +27,6 @@ void QueryLine::addTo(CLI::App& app, Needed needed) {
     app.add_option("QUERY", words_,
                    "What to look for, as in the search window; before a word that begins with -, "
                    "write --")
-        // Else "[x]" would be taken for a list.
-        ->allow_extra_args(false)
         ->required(needed == Needed::Yes)
         ->type_name("");
 }

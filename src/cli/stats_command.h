@@ -17,6 +17,7 @@ class StatsCommand : public Command {
     }
     void addOptions(CLI::App& app) override;
     ExitCode run(Context& context) override;
+    bool takesQuery() const override { return true; }
 
   private:
     std::string archive_;

@@ -19,6 +19,7 @@ class TagCommand : public Command {
     }
     void addOptions(CLI::App& app) override;
     ExitCode run(Context& context) override;
+    bool takesQuery() const override { return true; }
 
   private:
     archive::Annotation changed(archive::Annotation annotation) const;

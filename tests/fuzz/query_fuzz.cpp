@@ -1,5 +1,5 @@
-// Any bytes as a query line: read, changed by the window's edits, run on a tiny index, and the whole
-// line run within the hits of its first half.
+// Any bytes as a query line: read, changed by the window's edits, run on a tiny index, and the
+// whole line run within the hits of its first half.
 
 #include <cstdint>
 #include <string>

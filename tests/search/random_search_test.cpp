@@ -65,6 +65,10 @@ TEST_F(RandomSearches, BlankIsIntersectionBarIsUnionAndExclamationMarkIsCompleme
         for (int i = 0; i < 20; ++i) {
             const std::string left = "(" + random.line() + ")";
             const std::string right = "(" + random.line() + ")";
+            // What is not finished is left out, which is no set that could be combined.
+            if (!search::parseQuery(left + right, golden::now()).notices.empty()) {
+                continue;
+            }
             const std::vector<Row> leftRows = find(index, left);
             const std::vector<Row> rightRows = find(index, right);
             std::vector<Row> both;
