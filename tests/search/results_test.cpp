@@ -229,4 +229,29 @@ TEST(SearchRun, ComesBackWhenItsTimeIsOver) {
     EXPECT_EQ(run.hits().front(), 0u);
 }
 
+TEST(SearchRun, OrdersAsAStableSortDoes) {
+    std::mt19937 random(99);
+    for (const std::size_t count : {0u, 1u, 8191u, 8192u, 8193u, 20000u, 41000u}) {
+        std::vector<base::ScanEntry> entries;
+        for (std::size_t i = 0; i < count; ++i) {
+            // Long stretches that are in order already, and many that are equal.
+            const auto size = static_cast<std::int32_t>(i < count / 2 ? i / 7 : random() % 1000);
+            entries.push_back(entry("1:", "n", size));
+        }
+        const auto index = support::indexOf(entries);
+        for (const std::string line : {"sort:size", "sort:-size"}) {
+            std::vector<Row> expected(count);
+            for (Row row = 0; row < count; ++row) {
+                expected[row] = row;
+            }
+            std::ranges::stable_sort(expected, [&](Row left, Row right) {
+                return line == "sort:size" ? entries[left].Size < entries[right].Size
+                                           : entries[left].Size > entries[right].Size;
+            });
+            EXPECT_EQ(search::findRows(index, search::parseQuery(line, 0)), expected)
+                << line << " of " << count;
+        }
+    }
+}
+
 }  // namespace
