@@ -6,6 +6,7 @@
 #include "cli/media_command.h"
 #include "cli/records_command.h"
 #include "cli/scan_command.h"
+#include "cli/search_commands.h"
 
 namespace cli {
 
@@ -16,6 +17,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(std::make_unique<ScanCommand>());
     commands.push_back(std::make_unique<MediaCommand>());
     commands.push_back(std::make_unique<RecordsCommand>());
+    addSearchCommands(commands);
     commands.push_back(std::make_unique<DumpCommand>());
     commands.push_back(std::make_unique<CheckCommand>());
     return commands;
