@@ -27,6 +27,8 @@ if(NOT PkgConfig_FOUND)
 endif()
 
 verdolin_find(CLI11 CLI11::CLI11 libcli11-dev)
+verdolin_find(ICU ICU::uc libicu-dev COMPONENTS uc)
+verdolin_find_module(re2 libre2-dev)
 verdolin_find(Qt6 Qt6::Core qt6-base-dev COMPONENTS Core)
 verdolin_find(Qt6 Qt6::Widgets qt6-base-dev COMPONENTS Widgets)
 verdolin_find(Qt6 Qt6::Svg qt6-svg-dev COMPONENTS Svg)

@@ -3,6 +3,7 @@
 #include "cli/create_command.h"
 #include "cli/drives_command.h"
 #include "cli/dump_command.h"
+#include "cli/find_command.h"
 #include "cli/media_command.h"
 #include "cli/records_command.h"
 #include "cli/scan_command.h"
@@ -16,6 +17,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(std::make_unique<ScanCommand>());
     commands.push_back(std::make_unique<MediaCommand>());
     commands.push_back(std::make_unique<RecordsCommand>());
+    commands.push_back(std::make_unique<FindCommand>());
     commands.push_back(std::make_unique<DumpCommand>());
     commands.push_back(std::make_unique<CheckCommand>());
     return commands;

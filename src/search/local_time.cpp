@@ -1,0 +1,108 @@
+#include "search/local_time.h"
+
+#include <array>
+#include <chrono>
+
+namespace search {
+namespace {
+
+namespace chrono = std::chrono;
+constexpr std::int64_t secondsOfDay = 86400;
+constexpr chrono::sys_days firstDay = chrono::year(1) / 1 / 1;
+
+/// The number that `count` digits of `text` stand for; -1 where one of them is none.
+int digits(std::string_view text, std::size_t start, std::size_t count) {
+    int number = 0;
+    for (std::size_t i = start; i < start + count; ++i) {
+        if (text[i] < '0' || text[i] > '9') {
+            return -1;
+        }
+        number = number * 10 + (text[i] - '0');
+    }
+    return number;
+}
+
+bool isTime(const CalendarTime& time) {
+    return time.year >= 1 && time.month >= 1 && time.month <= 12 && time.day >= 1 &&
+           time.day <= daysOfMonth(time.year, time.month) && time.hour >= 0 && time.hour < 24 &&
+           time.minute >= 0 && time.minute < 60 && time.second >= 0 && time.second < 60;
+}
+
+void put(std::string& text, std::size_t start, std::size_t count, int number) {
+    for (std::size_t i = start + count; i > start; --i) {
+        text[i - 1] = static_cast<char>('0' + number % 10);
+        number /= 10;
+    }
+}
+
+void putTime(std::string& text, const CalendarTime& time) {
+    put(text, 11, 2, time.hour);
+    put(text, 14, 2, time.minute);
+    put(text, 17, 2, time.second);
+}
+
+}  // namespace
+
+int daysOfMonth(int year, int month) {
+    const auto last =
+        chrono::year(year) / chrono::month(static_cast<unsigned>(month)) / chrono::last;
+    return static_cast<int>(static_cast<unsigned>(last.day()));
+}
+
+LocalTime localTime(const CalendarTime& time) {
+    const chrono::sys_days day = chrono::year(time.year) /
+                                 chrono::month(static_cast<unsigned>(time.month)) /
+                                 chrono::day(static_cast<unsigned>(time.day));
+    return (day - firstDay).count() * secondsOfDay + time.hour * 3600 + time.minute * 60 +
+           time.second;
+}
+
+CalendarTime calendarTime(LocalTime time) {
+    const std::int64_t days = time / secondsOfDay;
+    const int seconds = static_cast<int>(time % secondsOfDay);
+    const chrono::year_month_day day(firstDay + chrono::days(days));
+    return {static_cast<int>(day.year()),
+            static_cast<int>(static_cast<unsigned>(day.month())),
+            static_cast<int>(static_cast<unsigned>(day.day())),
+            seconds / 3600,
+            seconds / 60 % 60,
+            seconds % 60};
+}
+
+LocalTime parseArchiveDate(std::string_view text) {
+    if (text.size() != 19 || text[2] != '/' || text[5] != '/' || text[10] != ' ' ||
+        text[13] != ':' || text[16] != ':') {
+        return unknownTime;
+    }
+    const CalendarTime time{digits(text, 6, 4),  digits(text, 0, 2),  digits(text, 3, 2),
+                            digits(text, 11, 2), digits(text, 14, 2), digits(text, 17, 2)};
+    return isTime(time) ? localTime(time) : unknownTime;
+}
+
+std::string archiveDateText(LocalTime time) {
+    if (time == unknownTime) {
+        return {};
+    }
+    const CalendarTime fields = calendarTime(time);
+    std::string text = "00/00/0000 00:00:00";
+    put(text, 0, 2, fields.month);
+    put(text, 3, 2, fields.day);
+    put(text, 6, 4, fields.year);
+    putTime(text, fields);
+    return text;
+}
+
+std::string sortableDateText(LocalTime time) {
+    if (time == unknownTime) {
+        return {};
+    }
+    const CalendarTime fields = calendarTime(time);
+    std::string text = "0000-00-00 00:00:00";
+    put(text, 0, 4, fields.year);
+    put(text, 5, 2, fields.month);
+    put(text, 8, 2, fields.day);
+    putTime(text, fields);
+    return text;
+}
+
+}  // namespace search
