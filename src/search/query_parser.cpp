@@ -1,26 +1,159 @@
 #include "search/query_parser.h"
 
-#include <string>
+#include <optional>
+#include <utility>
+#include <vector>
 
-#include "search/text_fold.h"
+#include "search/query_lexer.h"
+#include "search/query_terms.h"
 
 namespace search {
+namespace {
 
-Query parseQuery(std::string_view line, LocalTime /*now*/) {
-    Query query;
-    std::size_t start = 0;
-    while (start < line.size()) {
-        const std::size_t end = std::min(line.find(' ', start), line.size());
-        if (end > start) {
-            Node word;
-            word.kind = Node::Kind::Text;
-            word.text.text = foldedText(line.substr(start, end - start));
-            query.condition.parts.push_back(word);
+using Kind = QueryToken::Kind;
+
+/// Alternatives of sequences of terms. Each operation reads one of them and gives its condition, or
+/// none where there is nothing (yet) that could be one.
+class Parser {
+  public:
+    Parser(std::string_view line, LocalTime now)
+        : tokens_(queryTokens(line)), terms_(query_, now) {}
+
+    Query run() {
+        std::vector<Node> parts;
+        while (place_ < tokens_.size()) {
+            if (auto node = readAlternatives()) {
+                parts.push_back(std::move(*node));
+            }
+            // What ended the alternatives belongs to nothing.
+            place_ += place_ < tokens_.size() ? 1 : 0;
         }
-        start = end + 1;
+        if (!parts.empty()) {
+            query_.condition = joined(Node::Kind::And, std::move(parts));
+        }
+        return std::move(query_);
     }
-    return query;
-}
+
+  private:
+    /// Groups within groups that are still told apart. Deeper ones are read as if their parentheses
+    /// were not there.
+    static constexpr int deepest = 100;
+
+    bool isNext(Kind kind) const { return place_ < tokens_.size() && tokens_[place_].kind == kind; }
+
+    static Node joined(Node::Kind kind, std::vector<Node> parts) {
+        if (parts.size() == 1) {
+            return std::move(parts.front());
+        }
+        Node node;
+        node.kind = kind;
+        node.parts = std::move(parts);
+        return node;
+    }
+
+    std::optional<Node> readAlternatives() {
+        std::vector<Node> parts;
+        for (;;) {
+            if (auto node = readSequence()) {
+                parts.push_back(std::move(*node));
+            }
+            if (!isNext(Kind::Or)) {
+                break;
+            }
+            noteIfLast();
+            ++place_;
+        }
+        return parts.empty() ? std::nullopt
+                             : std::optional(joined(Node::Kind::Or, std::move(parts)));
+    }
+
+    std::optional<Node> readSequence() {
+        std::vector<Node> parts;
+        while (place_ < tokens_.size() && !isNext(Kind::Or) && !isNext(Kind::Close)) {
+            if (isNext(Kind::And)) {
+                noteIfLast();
+                ++place_;
+            } else if (auto node = readTerm()) {
+                parts.push_back(std::move(*node));
+            }
+        }
+        return parts.empty() ? std::nullopt
+                             : std::optional(joined(Node::Kind::And, std::move(parts)));
+    }
+
+    std::optional<Node> readTerm() {
+        bool isNegated = false;
+        for (; isNext(Kind::Not); ++place_) {
+            noteIfLast();
+            isNegated = !isNegated;
+        }
+        std::optional<Node> node;
+        if (isNext(Kind::Open)) {
+            node = readGroup();
+        } else if (isNext(Kind::Word)) {
+            node = readWord();
+        }
+        if (!node || !isNegated) {
+            return node;
+        }
+        return joined(Node::Kind::Not, *std::move(node));
+    }
+
+    static Node joined(Node::Kind kind, Node part) {
+        Node node;
+        node.kind = kind;
+        node.parts.push_back(std::move(part));
+        return node;
+    }
+
+    std::optional<Node> readGroup() {
+        const QueryToken& open = tokens_[place_++];
+        if (depth_ == deepest) {
+            return std::nullopt;
+        }
+        ++depth_;
+        std::optional<Node> node = readAlternatives();
+        --depth_;
+        if (isNext(Kind::Close)) {
+            ++place_;
+        } else {
+            note("the closing parenthesis is missing", open);
+        }
+        return node;
+    }
+
+    std::optional<Node> readWord() {
+        std::optional<Node> node = terms_.read(tokens_[place_++]);
+        while (terms_.isWaiting()) {
+            node = isNext(Kind::Word) ? terms_.read(tokens_[place_++]) : terms_.endWaiting();
+        }
+        return node;
+    }
+
+    void noteIfLast() {
+        const QueryToken& token = tokens_[place_];
+        if (token.isAtEnd) {
+            note(token.kind == Kind::Not ? "what is not wanted is still to come"
+                                         : "the other word is still to come",
+                 token);
+        }
+    }
+
+    void note(std::string text, const QueryToken& token) {
+        query_.notices.push_back(
+            {Notice::Kind::Incomplete, std::move(text), token.position, token.length});
+    }
+
+    std::vector<QueryToken> tokens_;
+    Query query_;
+    TermReader terms_;
+    std::size_t place_ = 0;
+    int depth_ = 0;
+};
+
+}  // namespace
+
+Query parseQuery(std::string_view line, LocalTime now) { return Parser(line, now).run(); }
 
 std::string quotedForQuery(std::string_view text) {
     std::string quoted = "\"";

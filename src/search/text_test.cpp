@@ -86,6 +86,10 @@ TextTest::TextTest(const TextCondition& condition)
       needsFoldedOnly_(condition.match != TextMatch::Expression && fold_ == FoldOptions{}),
       text_(condition.text),
       search_(std::make_unique<ByteSearch>(text_)) {
+    if (match_ == TextMatch::Pattern) {
+        pathEnd_ =
+            TextCondition::anyText + std::string(text_.starts_with('\\') ? "" : "\\") + text_;
+    }
     if (match_ == TextMatch::Expression) {
         expression_ = std::make_unique<RE2>(text_, optionsFor(fold_));
     } else if (!needsFoldedOnly_ && match_ != TextMatch::Pattern) {
@@ -125,9 +129,7 @@ bool TextTest::matchesText(std::string_view text) const {
             return text == text_;
         case TextMatch::Pattern:
             // Of a whole path the pattern may be the last part, from a folder on.
-            return matchesPattern(text, text_) ||
-                   (isWholePath_ &&
-                    matchesPattern(text, std::string{TextCondition::anyText, '\\'} + text_));
+            return matchesPattern(text, text_) || (isWholePath_ && matchesPattern(text, pathEnd_));
         case TextMatch::Expression:
             break;
     }

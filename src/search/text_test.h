@@ -42,6 +42,7 @@ class TextTest {
     bool isWholePath_;
     bool needsFoldedOnly_;
     std::string text_;
+    std::string pathEnd_;     ///< a Pattern that may stand behind other folders
     std::string foldedText_;  ///< what must stand in the folded text in any case
     std::unique_ptr<ByteSearch> search_;
     std::unique_ptr<ByteSearch> foldedSearch_;
