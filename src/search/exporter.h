@@ -60,7 +60,6 @@ class Exporter {
     std::size_t done() const { return next_; }
 
   private:
-    const Index& index_;
     std::span<const Row> rows_;
     ExportSink& sink_;
     std::unique_ptr<ExportWriter> writer_;

@@ -37,7 +37,8 @@ class Highlighter {
     template <typename Counts>
     std::vector<TextRange> rangesIn(std::string_view text, Counts counts) const;
 
-    std::vector<TextCondition> conditions_;
+    struct Word;
+    std::vector<Word> words_;
 };
 
 }  // namespace search

@@ -69,6 +69,11 @@ CalendarTime calendarTime(LocalTime time) {
             seconds % 60};
 }
 
+std::size_t yearOf(LocalTime time) {
+    const chrono::year_month_day day(firstDay + chrono::days(time / secondsOfDay));
+    return static_cast<std::size_t>(static_cast<int>(day.year()));
+}
+
 LocalTime parseArchiveDate(std::string_view text) {
     if (text.size() != 19 || text[2] != '/' || text[5] != '/' || text[10] != ' ' ||
         text[13] != ':' || text[16] != ':') {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -30,6 +31,8 @@ struct CalendarTime {
 LocalTime localTime(const CalendarTime& time);
 /// `time` must not be unknownTime.
 CalendarTime calendarTime(LocalTime time);
+/// calendarTime().year.
+std::size_t yearOf(LocalTime time);
 int daysOfMonth(int year, int month);
 
 /// The time that a date text of an archive ("mm/dd/yyyy hh:nn:ss") stands for; unknownTime for a

@@ -1,5 +1,6 @@
 #include "search/query_parser.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -151,11 +152,23 @@ class Parser {
     int depth_ = 0;
 };
 
+/// A byte without a meaning of its own anywhere in a query line.
+bool isPlainByte(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+           (byte >= '0' && byte <= '9') || byte == '_' || static_cast<unsigned char>(byte) >= 0x80;
+}
+
 }  // namespace
 
 Query parseQuery(std::string_view line, LocalTime now) { return Parser(line, now).run(); }
 
 std::string quotedForQuery(std::string_view text) {
+    const bool isPlain = !text.empty() && text != "AND" && text != "OR" && text != "NOT" &&
+                         text.find("\u3000") == std::string_view::npos &&
+                         std::ranges::all_of(text, isPlainByte);
+    if (isPlain) {
+        return std::string(text);
+    }
     std::string quoted = "\"";
     for (const char c : text) {
         quoted.append(c == '"' ? 2 : 1, c);

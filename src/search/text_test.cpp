@@ -3,6 +3,8 @@
 #include <re2/re2.h>
 #include <unicode/uchar.h>
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace search {
@@ -144,6 +146,50 @@ bool TextTest::holdsWord(std::string_view text) const {
         }
     }
     return false;
+}
+
+std::optional<TextTest::Place> TextTest::locate(std::string_view stored, std::size_t start) const {
+    if (start >= stored.size()) {
+        return std::nullopt;
+    }
+    if (expression_) {
+        re2::StringPiece met;
+        const re2::StringPiece text(stored.data(), stored.size());
+        if (!expression_->Match(text, start, stored.size(), RE2::UNANCHORED, &met, 1)) {
+            return std::nullopt;
+        }
+        return Place{static_cast<std::size_t>(met.data() - stored.data()), met.size()};
+    }
+    if (match_ == TextMatch::Pattern) {
+        return start == 0 && matches(foldedText(stored), stored)
+                   ? std::optional(Place{0, stored.size()})
+                   : std::nullopt;
+    }
+    return locateFolded(stored, start);
+}
+
+std::optional<TextTest::Place> TextTest::locateFolded(std::string_view stored,
+                                                      std::size_t start) const {
+    const FoldedWithOrigins folded = foldedWithOrigins(stored, fold_);
+    const auto begin = std::ranges::lower_bound(folded.origins, start);
+    for (std::size_t place =
+             search_->find(folded.text, static_cast<std::size_t>(begin - folded.origins.begin()));
+         place < folded.text.size(); place = search_->find(folded.text, place + 1)) {
+        const std::size_t end = place + text_.size();
+        const bool fits =
+            (match_ != TextMatch::Starts && match_ != TextMatch::Equals) || place == 0;
+        const bool endFits =
+            (match_ != TextMatch::Ends && match_ != TextMatch::Equals) || end == folded.text.size();
+        const bool isWord = match_ != TextMatch::WholeWord ||
+                            (!isWordBefore(folded.text, place) && !isWordAt(folded.text, end));
+        if (fits && endFits && isWord) {
+            // The whole of the character in which the last byte lies.
+            const std::size_t last = folded.origins[end - 1];
+            const auto next = std::ranges::upper_bound(folded.origins, last);
+            return Place{folded.origins[place], *next - folded.origins[place]};
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace search

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,7 +34,16 @@ class TextTest {
     /// needsFoldedOnly() is false.
     bool matches(std::string_view folded, std::string_view stored) const;
 
+    /// Where in the stored text it is met first, at or after `start`, and how long; none where it
+    /// is not. Of a Pattern it is the whole text.
+    struct Place {
+        std::size_t start = 0;
+        std::size_t length = 0;
+    };
+    std::optional<Place> locate(std::string_view stored, std::size_t start) const;
+
   private:
+    std::optional<Place> locateFolded(std::string_view stored, std::size_t start) const;
     bool matchesText(std::string_view text) const;
     bool holdsWord(std::string_view text) const;
 
