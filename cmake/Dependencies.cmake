@@ -31,6 +31,7 @@ verdolin_find(ICU ICU::uc libicu-dev COMPONENTS uc)
 verdolin_find_module(re2 libre2-dev)
 verdolin_find(Qt6 Qt6::Core qt6-base-dev COMPONENTS Core)
 verdolin_find(Qt6 Qt6::Widgets qt6-base-dev COMPONENTS Widgets)
+verdolin_find(Qt6 Qt6::PrintSupport qt6-base-dev COMPONENTS PrintSupport)
 verdolin_find(Qt6 Qt6::Svg qt6-svg-dev COMPONENTS Svg)
 # The two movies need these; without them the program's movie areas stay empty.
 pkg_check_modules(movies QUIET IMPORTED_TARGET libavformat libavcodec libswscale libavutil)

@@ -82,12 +82,12 @@ void QueryLine::type(const QString& text) {
 void QueryLine::remember() { history_.add(text()); }
 
 /// Positions of the engine are bytes, those of the line UTF-16 units.
-std::vector<search::Completion> QueryLine::completions(std::size_t /*most*/) const {
+std::vector<search::Completion> QueryLine::completions(std::size_t most) const {
     if (index_ == nullptr || cursorPosition() == 0) {
         return {};
     }
     const std::string before = text().left(cursorPosition()).toStdString();
-    return {};  // search::completionsAt(*index_, before, before.size(), most);
+    return search::completionsAt(*index_, before, before.size(), most);
 }
 
 void QueryLine::propose() {
@@ -150,6 +150,21 @@ void QueryLine::goThroughHistory(int step) {
     }
     setQuery((place < 0 ? typedBeforeHistory_ : history_.at(place)).toStdString());
     historyPlace_ = place;
+}
+
+/// Some of the window's keys are editing keys of lines as well; here they are the window's.
+bool QueryLine::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool isWindows = key->key() == Qt::Key_E || key->key() == Qt::Key_K ||
+                               key->key() == Qt::Key_L || key->key() == Qt::Key_D ||
+                               key->key() == Qt::Key_P;
+        if (key->modifiers() == Qt::ControlModifier && isWindows) {
+            event->ignore();
+            return false;
+        }
+    }
+    return QLineEdit::event(event);
 }
 
 void QueryLine::keyPressEvent(QKeyEvent* event) {

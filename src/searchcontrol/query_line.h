@@ -43,6 +43,7 @@ class QueryLine : public QLineEdit {
     void entered();
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
