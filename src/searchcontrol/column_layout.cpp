@@ -20,10 +20,10 @@ struct UsualColumn {
 };
 constexpr UsualColumn usualColumns[] = {
     {search::ResultColumn::Name, 34, false},     {search::ResultColumn::Medium, 18, false},
-    {search::ResultColumn::Folder, 34, false},   {search::ResultColumn::Size, 12, false},
-    {search::ResultColumn::Modified, 20, false}, {search::ResultColumn::Type, 18, false},
+    {search::ResultColumn::Folder, 34, false},   {search::ResultColumn::Size, 18, false},
+    {search::ResultColumn::Modified, 25, false}, {search::ResultColumn::Type, 24, false},
     {search::ResultColumn::Keywords, 18, false}, {search::ResultColumn::Notes1, 16, false},
-    {search::ResultColumn::Notes2, 16, true},    {search::ResultColumn::Created, 20, true},
+    {search::ResultColumn::Notes2, 16, true},    {search::ResultColumn::Created, 25, true},
     {search::ResultColumn::Copies, 8, false}};
 
 QString columnText(search::ResultColumn column, int width, bool isHidden) {

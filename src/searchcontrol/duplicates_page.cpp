@@ -87,6 +87,8 @@ void DuplicatesPage::createWidgets() {
     listGroups_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + roomOfRow);
     listGroups_->setSortingEnabled(true);
     listGroups_->horizontalHeader()->setSortIndicator(DuplicatesModel::Wasted, Qt::DescendingOrder);
+    listGroups_->horizontalHeader()->setHighlightSections(false);
+    listGroups_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     listGroups_->horizontalHeader()->setSectionResizeMode(DuplicatesModel::Name,
                                                           QHeaderView::Stretch);
     listPlaces_ = new QListWidget(this);

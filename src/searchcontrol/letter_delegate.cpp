@@ -36,7 +36,8 @@ void drawLine(QPainter& painter, const QRect& place, const QString& line, const 
     QTextLine laid = layout.createLine();
     layout.endLayout();
     if (laid.isValid()) {
-        layout.draw(&painter, QPointF(place.left(), place.center().y() - laid.height() / 2));
+        const qreal top = place.top() + (place.height() - laid.height()) / 2;
+        layout.draw(&painter, QPointF(place.left(), qRound(top)));
     }
 }
 

@@ -128,7 +128,11 @@ void SearchControl::createWidgets() {
     labelStatus_->setObjectName("labelStatus");
     labelSelection_ = new controls::StatusLine("", this);
     labelSelection_->setObjectName("labelSelection");
+    // A long text must not widen the window.
+    labelStatus_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    labelSelection_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* bottom = new QHBoxLayout;
+    bottom->setContentsMargins(6, 0, 6, 4);
     bottom->addWidget(labelStatus_, 2);
     bottom->addWidget(labelSelection_, 1);
     layout->addLayout(bottom);

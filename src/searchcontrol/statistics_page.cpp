@@ -27,7 +27,7 @@ class BarDelegate : public QStyledItemDelegate {
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override {
         QStyledItemDelegate::paint(painter, option, index);
-        QRect bar = option.rect.adjusted(4, 5, -4, -5);
+        QRect bar = option.rect.adjusted(4, 3, -4, -3);
         bar.setWidth(static_cast<int>(bar.width() * index.data(shareRole).toDouble()));
         const bool isSelected = (option.state & QStyle::State_Selected) != 0;
         painter->fillRect(bar, option.palette.color(isSelected ? QPalette::HighlightedText

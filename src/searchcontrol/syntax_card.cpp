@@ -47,7 +47,11 @@ std::string archiveExample(const search::Index& index, std::string_view field) {
         return mostFrequentTerm(index, search::Grouping::Year);
     }
     if (field == "kw:") {
-        return mostFrequentTerm(index, search::Grouping::Keywords);
+        const auto known = index.knownKeywords();
+        return known.empty()
+                   ? std::string()
+                   : "kw:" +
+                         search::quotedForQuery(known.front().substr(0, known.front().find(',')));
     }
     if (field == "medium:" && !index.media().empty()) {
         return "medium:" + std::to_string(index.media().front().mediaId);

@@ -19,7 +19,8 @@ QString countText(std::int64_t count, const char* one, const char* many) {
 }
 
 QString sizeText(std::int64_t bytes, bool isExact) {
-    const QString size = QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+    QString size = QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+    size.replace("kB", "KB");
     return isExact ? size : "at least " + size;
 }
 
