@@ -105,6 +105,18 @@ void FacetPanel::choose(QTreeWidgetItem* item, bool excludes) {
     }
 }
 
+/// Ctrl+Enter excludes here, whatever it does elsewhere in the window.
+bool FacetPanel::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            event->accept();
+            return true;
+        }
+    }
+    return QTreeWidget::event(event);
+}
+
 void FacetPanel::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isEnter || event->key() == Qt::Key_Space) {

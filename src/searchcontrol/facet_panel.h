@@ -28,6 +28,7 @@ class FacetPanel : public QTreeWidget {
     void excluded(const std::string& term);
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:

@@ -117,6 +117,7 @@ void SearchControl::createWidgets() {
     layout->addLayout(createTopLine());
     tabs_ = new QTabWidget(this);
     tabs_->setObjectName("tabSearch");
+    tabs_->setAccessibleName("Results, duplicates and statistics");
     tabs_->setDocumentMode(true);
     tabs_->addTab(createResultsPage(), "&Results");
     duplicates_ = new DuplicatesPage(host_.boundary, this);
@@ -443,10 +444,10 @@ ChosenEntries SearchControl::allOrSelected() const {
 
 void SearchControl::enterList() {
     tabs_->setCurrentIndex(0);
-    table_->setFocus();
-    if (!table_->currentIndex().isValid() && table_->model()->rowCount() > 0) {
-        table_->selectRow(0);
+    if (!table_->selectionModel()->hasSelection() && table_->model()->rowCount() > 0) {
+        table_->selectRow(std::max(0, table_->currentIndex().row()));
     }
+    table_->setFocus();
 }
 
 void SearchControl::searchFor(const std::string& query) {

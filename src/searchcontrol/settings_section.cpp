@@ -25,13 +25,11 @@ QString SettingsSection::read(const std::string& key) const {
 
 int SettingsSection::readNumber(const std::string& key) const { return read(key).toInt(); }
 
-/// In quotation marks, of which reading takes one pair away: blanks and marks of the text's own at
-/// its ends survive.
+/// A value is one line of the file.
 void SettingsSection::write(const std::string& key, const QString& text) {
     QString line = text;
     line.replace(QChar('\n'), QChar(' ')).replace(QChar('\r'), QChar(' '));
-    profile_.writeString(section_, key, '"' + line.toStdString() + '"',
-                         settings::settingsPath(shell_));
+    profile_.writeString(section_, key, line.toStdString(), settings::settingsPath(shell_));
 }
 
 void SettingsSection::writeNumber(const std::string& key, int number) {

@@ -138,6 +138,9 @@ class ControlTest : public testing::Test {
         }
     }
     void press(int key, Qt::KeyboardModifiers modifiers = {}) {
+        // A window that has been modal leaves none active without a window manager.
+        control->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(control.get()));
         QWidget* target = QApplication::focusWidget();
         ASSERT_NE(target, nullptr);
         QTest::keyClick(target, static_cast<Qt::Key>(key), modifiers);

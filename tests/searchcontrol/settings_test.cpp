@@ -7,16 +7,23 @@
 #include "searchcontrol/column_layout.h"
 #include "searchcontrol/query_history.h"
 #include "searchcontrol/saved_searches.h"
+#include "platform/file_private_profile.h"
 #include "tests/support/fake_platform.h"
+#include "tests/support/temporary_folder.h"
 
 namespace searchcontrol {
 namespace {
 
 class SettingsTest : public testing::Test {
   protected:
+    SettingsTest() {
+        folder.makeFolder("settings");
+        shell.folder = folder.path();
+    }
     SettingsSection section(const char* name) { return {profile, shell, name}; }
 
-    support::MemoryProfile profile;
+    support::TemporaryFolder folder;
+    platform::FilePrivateProfile profile;
     support::FakeShell shell;
 };
 
@@ -33,7 +40,7 @@ TEST_F(SettingsTest, ALineBreakBecomesABlank) {
 }
 
 TEST_F(SettingsTest, WhatCannotBeWrittenIsPassedOver) {
-    profile.beforeWrite = [](std::string_view) { return false; };
+    shell.folder = folder.pathOf("missing");
     QueryHistory history(section("search"));
     history.add("query");
     EXPECT_EQ(history.size(), 1);
