@@ -123,6 +123,14 @@ std::int64_t SqliteRecords::selectColumns() {
     return bytes;
 }
 
+std::int64_t SqliteRecords::countLike(const std::string& pattern) {
+    Statement statement(database_,
+                        "SELECT count(*) FROM main WHERE filename LIKE ? OR path LIKE ?");
+    statement.bind(1, pattern);
+    statement.bind(2, pattern);
+    return statement.step() ? statement.number(0) : 0;
+}
+
 void SqliteRecords::deleteMedium(std::int32_t mediaId) {
     Statement statement(database_, "DELETE FROM main WHERE mediaid = ?");
     statement.bind(1, mediaId);

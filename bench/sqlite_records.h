@@ -24,6 +24,8 @@ class SqliteRecords {
     std::vector<base::ScanEntry> selectEntries();
     /// Steps through all rows and fetches every column without keeping it; the bytes of the texts.
     std::int64_t selectColumns();
+    /// Rows whose name or path is LIKE the pattern.
+    std::int64_t countLike(const std::string& pattern);
     void deleteMedium(std::int32_t mediaId);
 
   private:

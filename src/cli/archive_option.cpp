@@ -1,6 +1,7 @@
 #include "cli/archive_option.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 namespace cli {
 
@@ -13,6 +14,16 @@ void addArchiveArgument(CLI::App& app, const std::string& name, const std::strin
         ->required()
         ->type_name("")
         ->check(CLI::Validator(refuseEmpty, ""));
+}
+
+std::vector<std::string> listedNames(const std::string& list) {
+    std::vector<std::string> names;
+    for (std::size_t start = 0; start <= list.size();) {
+        const std::size_t end = std::min(list.find(',', start), list.size());
+        names.push_back(list.substr(start, end - start));
+        start = end + 1;
+    }
+    return names;
 }
 
 }  // namespace cli

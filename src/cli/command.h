@@ -25,6 +25,8 @@ class Command {
     /// Adds arguments and options to the command's part of the command line.
     virtual void addOptions(CLI::App& app) = 0;
     virtual ExitCode run(Context& context) = 0;
+    /// True where any number of words follow that are texts whatever is in them.
+    virtual bool takesQuery() const { return false; }
 };
 
 /// All commands, in the order in which the help shows them. A new command is one more line there.

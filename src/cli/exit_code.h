@@ -7,7 +7,9 @@ enum class ExitCode : int {
     Done = 0,
     Failed = 1,
     WrongUsage = 2,
-    Incomplete = 3,  ///< done, but some entries were left out or stored inexactly
+    NothingFound = 1,  ///< of a search
+    SearchFailed = 2,  ///< of a search, where 1 is taken
+    Incomplete = 3,    ///< done, but some entries were left out or stored inexactly
 };
 
 }  // namespace cli

@@ -41,6 +41,9 @@ class CommandLine {
         if (!arguments.empty() && !arguments[0].starts_with('-') && !isCommand(arguments[0])) {
             throw CLI::ValidationError("there is no command " + arguments[0]);
         }
+        if (!arguments.empty() && takesQuery(arguments[0])) {
+            keepBrackets(arguments);
+        }
         std::ranges::reverse(arguments);
         app_.parse(std::move(arguments));
     }
@@ -60,6 +63,23 @@ class CommandLine {
     }
 
   private:
+    bool takesQuery(const std::string& name) const {
+        return std::ranges::any_of(commands_, [&](const auto& each) {
+            return each->name() == name && each->takesQuery();
+        });
+    }
+
+    /// The library takes "[x]" among several words for a list; a blank before it, which means
+    /// nothing in a query, keeps it a text. Values of options stay as they are.
+    static void keepBrackets(std::vector<std::string>& arguments) {
+        for (std::size_t i = 2; i < arguments.size(); ++i) {
+            const bool isValue = arguments[i - 1].starts_with('-') && arguments[i - 1] != "--";
+            if (!isValue && arguments[i].starts_with('[')) {
+                arguments[i].insert(0, " ");
+            }
+        }
+    }
+
     bool isCommand(const std::string& name) const {
         return std::ranges::any_of(commands_,
                                    [&](const auto& each) { return each->name() == name; });

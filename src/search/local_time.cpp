@@ -28,17 +28,16 @@ bool isTime(const CalendarTime& time) {
            time.minute >= 0 && time.minute < 60 && time.second >= 0 && time.second < 60;
 }
 
-void put(std::string& text, std::size_t start, std::size_t count, int number) {
-    for (std::size_t i = start + count; i > start; --i) {
-        text[i - 1] = static_cast<char>('0' + number % 10);
-        number /= 10;
+void put(char* digits, int count, int number) {
+    for (char* place = digits + count; place > digits; number /= 10) {
+        *--place = static_cast<char>('0' + number % 10);
     }
 }
 
-void putTime(std::string& text, const CalendarTime& time) {
-    put(text, 11, 2, time.hour);
-    put(text, 14, 2, time.minute);
-    put(text, 17, 2, time.second);
+void putTime(char* date, const CalendarTime& time) {
+    put(date + 11, 2, time.hour);
+    put(date + 14, 2, time.minute);
+    put(date + 17, 2, time.second);
 }
 
 }  // namespace
@@ -84,16 +83,22 @@ LocalTime parseArchiveDate(std::string_view text) {
     return isTime(time) ? localTime(time) : unknownTime;
 }
 
-std::string archiveDateText(LocalTime time) {
+void appendArchiveDate(LocalTime time, std::string& text) {
     if (time == unknownTime) {
-        return {};
+        return;
     }
     const CalendarTime fields = calendarTime(time);
-    std::string text = "00/00/0000 00:00:00";
-    put(text, 0, 2, fields.month);
-    put(text, 3, 2, fields.day);
-    put(text, 6, 4, fields.year);
-    putTime(text, fields);
+    std::array<char, 20> date{"00/00/0000 00:00:00"};
+    put(date.data(), 2, fields.month);
+    put(date.data() + 3, 2, fields.day);
+    put(date.data() + 6, 4, fields.year);
+    putTime(date.data(), fields);
+    text.append(date.data(), date.size() - 1);
+}
+
+std::string archiveDateText(LocalTime time) {
+    std::string text;
+    appendArchiveDate(time, text);
     return text;
 }
 
@@ -103,10 +108,10 @@ std::string sortableDateText(LocalTime time) {
     }
     const CalendarTime fields = calendarTime(time);
     std::string text = "0000-00-00 00:00:00";
-    put(text, 0, 4, fields.year);
-    put(text, 5, 2, fields.month);
-    put(text, 8, 2, fields.day);
-    putTime(text, fields);
+    put(text.data(), 4, fields.year);
+    put(text.data() + 5, 2, fields.month);
+    put(text.data() + 8, 2, fields.day);
+    putTime(text.data(), fields);
     return text;
 }
 

@@ -40,6 +40,7 @@ int daysOfMonth(int year, int month);
 LocalTime parseArchiveDate(std::string_view text);
 /// The way back; "" for unknownTime.
 std::string archiveDateText(LocalTime time);
+void appendArchiveDate(LocalTime time, std::string& text);
 /// "2019-05-31 18:04:59", which sorts as the time does; "" for unknownTime.
 std::string sortableDateText(LocalTime time);
 

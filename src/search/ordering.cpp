@@ -149,7 +149,7 @@ void Ordering::merge() {
     for (std::size_t done = 0; done < mergedAtOnce; ++done) {
         const std::size_t middle = std::min(count, start_ + width_);
         const std::size_t end = std::min(count, start_ + 2 * width_);
-        if (left_ == right_) {
+        if (!std::exchange(isMerging_, true)) {
             left_ = start_;
             right_ = middle;
         }
@@ -158,7 +158,7 @@ void Ordering::merge() {
         merged_.push_back(elements_[takesLeft ? left_++ : right_++]);
         if (left_ == middle && right_ == end) {
             start_ = end;
-            left_ = right_ = 0;
+            isMerging_ = false;
         }
         if (start_ == count) {
             elements_.swap(merged_);

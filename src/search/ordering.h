@@ -50,6 +50,7 @@ class Ordering {
     std::size_t sorted_ = 0;  ///< elements that lie in sorted stretches
     std::size_t width_;       ///< of the stretches that are being merged
     std::size_t start_ = 0;   ///< where the pair of stretches begins
+    bool isMerging_ = false;  ///< the pair has been begun
     std::size_t left_ = 0;    ///< next elements of the two
     std::size_t right_ = 0;
     /// Places of the texts of a column that many rows share, among each other.

@@ -143,7 +143,8 @@ class Lexer {
         token_.isUnclosed = true;
     }
 
-    /// What stands behind "regex:" has signs of its own; it ends at a blank.
+    /// What stands behind "regex:" has signs of its own; it ends at a blank, or with the group in
+    /// which it stands.
     bool isExpressionNext() const {
         const std::string& text = token_.word.text;
         if (text.size() < expressionField.size() || text.back() != ':' || token_.hadQuotes) {
@@ -159,8 +160,19 @@ class Lexer {
             readQuoted();
             return;
         }
+        std::size_t inner = 0;
         while (place_ < line_.size() && blankAt(place_) == 0) {
-            put(line_[place_++], true);
+            const char sign = line_[place_];
+            if (sign == ')' && inner == 0 && groups_ > 0) {
+                return;
+            }
+            inner += sign == '(' ? 1 : 0;
+            inner -= sign == ')' && inner > 0 ? 1 : 0;
+            put(sign, true);
+            ++place_;
+            if (sign == '\\' && place_ < line_.size() && blankAt(place_) == 0) {
+                put(line_[place_++], true);
+            }
         }
     }
 

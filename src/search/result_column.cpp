@@ -91,7 +91,11 @@ void appendCellText(const Index& index, Row row, ResultColumn column, std::strin
             }
             break;
         case ResultColumn::Modified:
-            text += index.modifiedText(row);
+            if (index.modified(row) != unknownTime) {
+                appendArchiveDate(index.modified(row), text);
+            } else {
+                text += index.modifiedText(row);
+            }
             break;
         case ResultColumn::Type:
             text += index.type(row);
@@ -106,7 +110,11 @@ void appendCellText(const Index& index, Row row, ResultColumn column, std::strin
             text += index.notes2(row);
             break;
         case ResultColumn::Created:
-            text += index.createdText(row);
+            if (index.created(row) != unknownTime) {
+                appendArchiveDate(index.created(row), text);
+            } else {
+                text += index.createdText(row);
+            }
             break;
         case ResultColumn::Copies:
             if (index.copies().isFinished()) {

@@ -90,6 +90,7 @@ inline const std::vector<Query>& queries() {
         {"regex:^img_\\d+\\.jpg$", "img1 img2 img1copy img1third"},
         {"case:regex:^img_\\d+\\.jpg$", "img1third"},
         {"regex:(avi|mkv)$", "avi summer"},
+        {"(films regex:(avi|mkv)$)", "avi summer"},
         {"regex:\"our summer\"", "summer"},
         {"path:regex:^2:.*avi$", "avi"},
         // Name fields
