@@ -14,9 +14,9 @@
 #include <string>
 
 #include "base/media_info.h"
+#include "entry_tree.h"
 #include "platform/directory_lister.h"
 #include "platform/platform.h"
-#include "realistic_entries.h"
 #include "scan/scandriveapi.h"
 #include "scratch_folder.h"
 #include "stopwatch.h"
@@ -47,21 +47,6 @@ class CountingProgress final : public scan::ScanProgress {
     std::int64_t last_ = 0;
 };
 
-/// Makes the tree that the entries describe.
-void makeTree(const fs::path& root, std::size_t entries) {
-    for (base::ScanEntry& entry : bench::realisticEntries(entries, 1, 20011)) {
-        std::string folder = entry.path.substr(std::min<std::size_t>(2, entry.path.size()));
-        std::replace(folder.begin(), folder.end(), '\\', '/');
-        const fs::path path = root / fs::path("." + folder) / entry.FileName;
-        if (entry.Folder == "folder") {
-            fs::create_directories(path);
-        } else {
-            fs::create_directories(path.parent_path());
-            std::ofstream(path).put('x');
-        }
-    }
-}
-
 std::int64_t walk(platform::Platform& platform) {
     base::MediaInfo media;
     media.mediaId = 1;
@@ -86,7 +71,7 @@ int main(int argc, char** argv) {
     if (entries != 0) {
         tree = std::make_unique<bench::ScratchFolder>(parent);
         root = tree->path();
-        makeTree(root, entries);
+        bench::makeEntryTree(root, entries);
     }
     std::ofstream(scratch.file("vdln.ini")) << "[drives]\np=" << root.string() << "\n";
     const auto platform = platform::createPlatform(scratch.file("vdln.ini"));

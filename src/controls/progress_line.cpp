@@ -16,6 +16,7 @@ constexpr int millisecondsBetweenPaintings = 40;
 ProgressLine::ProgressLine(const char* labelName, QWidget* parent)
     : QWidget(parent), label_(new StatusLine({}, this)) {
     label_->setObjectName(labelName);
+    label_->setMargin(0);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

@@ -14,7 +14,7 @@ StatusLine::StatusLine(const QString& text, QWidget* parent) : QLabel(text, pare
 }
 
 QString StatusLine::shownText() const {
-    return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width() - 2 * margin());
+    return fontMetrics().elidedText(text(), elideMode_, contentsRect().width() - 2 * margin());
 }
 
 bool StatusLine::event(QEvent* event) {

@@ -4,11 +4,14 @@
 
 namespace controls {
 
-/// A line of text as it is. Where it does not fit, its end gives way to dots and the tool tip shows
-/// all of it.
+/// A line of text as it is. Where it does not fit, its end, or another part of it, gives way to
+/// dots and the tool tip shows all of it.
 class StatusLine : public QLabel {
   public:
     StatusLine(const QString& text, QWidget* parent);
+
+    /// Which part gives way.
+    void setElideMode(Qt::TextElideMode mode) { elideMode_ = mode; }
 
   protected:
     bool event(QEvent* event) override;
@@ -16,6 +19,8 @@ class StatusLine : public QLabel {
 
   private:
     QString shownText() const;
+
+    Qt::TextElideMode elideMode_ = Qt::ElideRight;
 };
 
 }  // namespace controls

@@ -51,7 +51,8 @@ void IndexCheck::run(const RowSet& rows, bool interrupted) {
 /// `level` is that of the page above less one; -1: not known.
 void IndexCheck::checkTree(std::uint32_t number, int level) {
     IndexPage page;
-    if (!reached_.insert(number)) {
+    // A set of pages is as large as its largest number, so none beyond the file enters it.
+    if (number < pages_.pageCount() && !reached_.insert(number)) {
         report_.damage(number, "an index of table " + table_.name + " leads to this page twice");
         return;
     }

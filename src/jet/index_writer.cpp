@@ -75,11 +75,12 @@ RowSet IndexWriter::rows() const {
 }
 
 void IndexWriter::collect(std::uint32_t number, PageSet& visited, RowSet& rows) const {
+    // Read first: it fails for a number beyond the file, which would make the set a huge one.
+    IndexPage page;
+    readPage(number, page);
     if (!visited.insert(number)) {
         failDamaged(number, "an index of " + table_.stored().name + " leads to it twice");
     }
-    IndexPage page;
-    readPage(number, page);
     for (const std::string& entry : page.entries) {
         if (page.leaf) {
             const std::uint8_t* const row = asBytes(entry).data() + entry.size() - rowBytes;

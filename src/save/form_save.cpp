@@ -21,6 +21,7 @@ namespace {
 
 constexpr int smallestWidth = 480;
 constexpr int shownRows = 6;
+constexpr int rowSpacing = 2;
 
 QString shown(const std::string& text) { return QString::fromStdString(text); }
 
@@ -32,6 +33,7 @@ int barNumber(std::int64_t number) {
 QLabel* createLine(const char* name, const QString& text, QWidget* parent) {
     auto* label = new controls::StatusLine(text, parent);
     label->setObjectName(name);
+    label->setMargin(0);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return label;
 }
@@ -81,9 +83,10 @@ void FormSave::createMediaList() {
     listMedia_->setObjectName("listMedia");
     listMedia_->setAccessibleName("Media of the archive");
     listMedia_->setUniformItemSizes(true);
+    listMedia_->setSpacing(rowSpacing);
     listMedia_->setTextElideMode(Qt::ElideMiddle);
     listMedia_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    listMedia_->setMinimumHeight(shownRows * fontMetrics().lineSpacing() +
+    listMedia_->setMinimumHeight(shownRows * (fontMetrics().lineSpacing() + 2 * rowSpacing) +
                                  2 * listMedia_->frameWidth());
 }
 

@@ -37,6 +37,7 @@ void FormScan::createControls() {
     auto* frame = new QGroupBox("Medium", this);
     frame->setObjectName("frameScan");
     displayArchiveName_ = createLabel("displayArchiveName");
+    displayArchiveName_->setElideMode(Qt::ElideMiddle);
     driveScan_ = new DriveList(frame);
     driveScan_->setObjectName("driveScan");
     driveScan_->setAccessibleName("Drive");
@@ -70,9 +71,10 @@ void FormScan::createDriveInfo() {
     }
 }
 
-QLabel* FormScan::createLabel(const char* name) {
+controls::StatusLine* FormScan::createLabel(const char* name) {
     auto* label = new controls::StatusLine({}, this);
     label->setObjectName(name);
+    label->setMargin(0);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     return label;
 }

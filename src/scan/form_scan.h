@@ -19,7 +19,8 @@ class MessageBox;
 }  // namespace base
 namespace controls {
 class ProgressLine;
-}
+class StatusLine;
+}  // namespace controls
 
 namespace scan {
 
@@ -63,7 +64,7 @@ class FormScan : public controls::PassingWindow, private ProgressDisplay {
     void createControls();
     void createDriveInfo();
     void layOut(QGroupBox* frame);
-    QLabel* createLabel(const char* name);
+    controls::StatusLine* createLabel(const char* name);
     QPushButton* createButton(const char* name, const QString& caption,
                               void (FormScan::*operation)());
 
@@ -84,7 +85,7 @@ class FormScan : public controls::PassingWindow, private ProgressDisplay {
     QLineEdit* inputMediaName_ = nullptr;
     QPushButton* btnScan_ = nullptr;
     QPushButton* btnCancel_ = nullptr;
-    QLabel* displayArchiveName_ = nullptr;
+    controls::StatusLine* displayArchiveName_ = nullptr;
     controls::ProgressLine* progress_ = nullptr;
     QLabel* displayMediaId_ = nullptr;
     std::array<QLabel*, DesktopScan::driveInfoCount> displayDriveInfo_{};

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <memory>
 #include <utility>
 
@@ -52,6 +53,7 @@ ArchiveTree::ArchiveTree(QWidget* parent) : QTreeWidget(parent) {
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     connect(this, &QTreeWidget::itemClicked, this, &ArchiveTree::click);
+    connect(this, &QTreeWidget::itemDoubleClicked, this, &ArchiveTree::expandWhenRead);
     keysRest_.setSingleShot(true);
     keysRest_.setInterval(restOfKeys);
     keysRest_.callOnTimeout(this, &ArchiveTree::clickWhereKeysRest);
@@ -117,6 +119,18 @@ void ArchiveTree::click(QTreeWidgetItem* item) {
         // A copy: the node may be gone before the click has ended.
         nodeClick_(std::string(keyOf(item)));
         --clicksRunning_;
+        if (QTreeWidgetItem* node = this->node(expandWhenRead_)) {
+            node->setExpanded(true);
+        }
+        expandWhenRead_.clear();
+    }
+}
+
+/// A medium has no children to be shown until it has been read, which the first half of a double
+/// click has only just begun.
+void ArchiveTree::expandWhenRead(QTreeWidgetItem* item) {
+    if (clicksRunning_ > 0 && item->childCount() == 0) {
+        expandWhenRead_ = keyOf(item);
     }
 }
 
@@ -147,6 +161,20 @@ void ArchiveTree::clickWhereKeysRest() {
         keysRest_.start();
     } else if (currentItem() != nullptr) {
         click(currentItem());
+    }
+}
+
+/// The view's own way would go back to the left margin with every click, away from deep folders.
+void ArchiveTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QScrollBar* sideways = horizontalScrollBar();
+    const int before = sideways->value();
+    QTreeWidget::scrollTo(index, hint);
+    sideways->setValue(before);
+    const QRect row = visualRect(index);
+    const int textEnd = row.left() + sizeHintForIndex(index).width();
+    const int beyond = textEnd - viewport()->width();
+    if (row.left() < 0 || beyond > 0) {
+        sideways->setValue(before + qMin(row.left(), qMax(beyond, 0)));
     }
 }
 

@@ -44,6 +44,9 @@ class ArchiveTree : public QTreeWidget, public explore::TreeControl {
     /// The key of a node of this tree.
     static const std::string& keyOf(const QTreeWidgetItem* item);
 
+    /// Brings a node into view; sideways only as far as its text needs it.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -55,12 +58,14 @@ class ArchiveTree : public QTreeWidget, public explore::TreeControl {
     void enter(Node* node);
     void click(QTreeWidgetItem* item);
     void clickWhereKeysRest();
+    void expandWhenRead(QTreeWidgetItem* item);
 
     const ImageList* images_ = nullptr;
     std::function<void(const std::string&)> nodeClick_;
     std::unordered_map<std::string_view, Node*> nodes_;  // the texts are the nodes' own
     QTimer keysRest_;
     int clicksRunning_ = 0;
+    std::string expandWhenRead_;  // the key of a node without children that was double-clicked
 };
 
 }  // namespace shell

@@ -7,6 +7,8 @@
 
 #include "archive/makedb.h"
 #include "explore/explorearchive.h"
+#include "keywords/form_keywords.h"
+#include "keywords/initkeywords.h"
 #include "open/form_open.h"
 #include "platform/platform.h"
 #include "save/form_save.h"
@@ -19,6 +21,7 @@
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
+#include "shell/keyword_columns.h"
 #include "shell/record_list.h"
 #include "shell/workspace.h"
 
@@ -53,6 +56,7 @@ open::OpenCommands Desktop::openCommands() {
     open::OpenCommands commands;
     commands.showMainWindow = [this] { showMainWindow(); };
     commands.setMainCaption = [this](const std::string& caption) { setMainCaption(caption); };
+    commands.initKeywords = [this] { collectKeywords(); };
     commands.hideProgress = [this] {
         if (progress_) {
             progress_->hide();
@@ -107,6 +111,7 @@ void Desktop::createMainWindow() {
     commands.saveIntoArchive = [this] { showSaveWindow(); };
     commands.search = [this] { showSearchWindow(); };
     commands.createSearchWindow = [this] { createSearchWindow(); };
+    commands.showKeywords = [this] { showKeywords(); };
     commands.showAbout = [this] { showAbout(); };
     commands.createLoadingWindow = [this] { loading(); };
     commands.exploreArchive = [this] { explore_->exploreArchive(); };
@@ -119,7 +124,10 @@ void Desktop::createMainWindow() {
 
 void Desktop::createExploring() {
     explore::ExploreCommands commands;
-    commands.arrangeWorkspace = [this] { main_->arrangeWorkspace(); };
+    commands.arrangeWorkspace = [this] {
+        main_->arrangeWorkspace();
+        main_->workspace().tree()->setFocus();
+    };
     commands.showLoading = [this] { showLoading(); };
     commands.hideLoading = [this] { loading().hide(); };
     commands.showOpenWindow = [this] { showOpenWindow(); };
@@ -129,16 +137,21 @@ void Desktop::createExploring() {
                                                          std::move(commands));
 }
 
-/// In front of the main window, in its middle.
 void Desktop::showLoading() {
     FormFlashLoading& window = loading();
-    QRect place = window.frameGeometry();
-    place.moveCenter(main_->frameGeometry().center());
-    window.move(place.topLeft());
-    window.winId();
-    window.windowHandle()->setTransientParent(main_->windowHandle());
+    placeInMiddle(window);
     window.show();
     window.raise();
+}
+
+/// In front of the main window, in its middle.
+void Desktop::placeInMiddle(QWidget& window) {
+    if (main_) {
+        keepInFront(window);
+        QRect place = window.frameGeometry();
+        place.moveCenter(main_->frameGeometry().center());
+        window.move(place.topLeft());
+    }
 }
 
 /// Not every window system lets a program raise its windows; all of them keep one that belongs to
@@ -220,6 +233,20 @@ void Desktop::showEntry(const search::FoundEntry& entry) {
     Workspace& workspace = main_->workspace();
     workspace.tree()->showNode(key);
     workspace.list()->selectRow(entry.isFolder ? std::string() : entry.name);
+}
+
+void Desktop::collectKeywords() {
+    FormProgress& window = progress();
+    window.adjustSize();
+    placeInMiddle(window);
+    keywords::initKeywords(parts_.state, parts_.engine, events_, window);
+}
+
+void Desktop::showKeywords() {
+    KeywordColumns columns(*main_->workspace().list());
+    keywords::FormKeywords window(parts_.state, columns, parts_.boundary, main_.get());
+    window.load();
+    window.exec();
 }
 
 void Desktop::showAbout() {

@@ -106,6 +106,7 @@ class Desktop {
     void createOpenWindow();
     void createExploring();
     void showLoading();
+    void placeInMiddle(QWidget& window);
     open::OpenCommands openCommands();
     void setMainCaption(const std::string& caption);
     void createScanWindow();
@@ -113,6 +114,9 @@ class Desktop {
     void createSearchWindow();
     search::SearchHost searchHost();
     void keepInFront(QWidget& window);
+    void collectKeywords();
+    /// Made anew each time; returns when it has been closed.
+    void showKeywords();
 
     DesktopParts parts_;
     ProgramEnd end_;

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/failure.h"
+#include "keywords/collection_failures.h"
 
 namespace shell {
 
@@ -13,6 +14,11 @@ namespace {
 constexpr std::string_view tryAgain =
     "Choose the command again; if this happens every time, the "
     "archive or the medium is the likely cause.";
+
+// Its Cancel buttons would close the archive.
+constexpr std::string_view openAllTheSame =
+    "If an archive was being opened, it is open: close the open-archive window with its close box "
+    "and go on.";
 
 std::string_view adviceFor(base::EngineFault fault) {
     using base::EngineFault;
@@ -55,13 +61,17 @@ std::string_view adviceFor(const std::exception& failure) {
     if (const auto* engine = dynamic_cast<const base::EngineFailure*>(&failure)) {
         return adviceFor(engine->fault());
     }
+    if (dynamic_cast<const keywords::TooManyNotesFailure*>(&failure) != nullptr) {
+        return openAllTheSame;
+    }
     if (dynamic_cast<const base::OverflowFailure*>(&failure) != nullptr) {
         return "The desktop's scan holds 32,767 entries. The companion program \"vdln scan\" has "
                "no "
                "such limit.";
     }
     if (dynamic_cast<const base::SubscriptFailure*>(&failure) != nullptr) {
-        return "An archive that was being opened is open; it holds no notes or keywords yet.";
+        return "The lists have changed meanwhile. Select the records once more and choose the "
+               "command again.";
     }
     if (dynamic_cast<const base::FileFailure*>(&failure) != nullptr) {
         return "Check that the file or the drive can be reached and that you may change it, and "
@@ -81,9 +91,23 @@ base::Message report(std::string_view whatHappened, std::string_view advice) {
             base::MessageButtons::Ok};
 }
 
+/// No fault, and not to be told as one.
+base::Message nothingCollectedReport(const keywords::NothingCollectedFailure& failure) {
+    return {"Verdolin",
+            "The archive is open, but its keywords and notes could not be collected: " +
+                failure.text() +
+                ".\n\nWhat was known before is kept, and the program goes on.\n\nClose the "
+                "open-archive window with its close box. Once the archive's records have keywords "
+                "and notes, this is not said any more.",
+            base::MessageButtons::Ok};
+}
+
 }  // namespace
 
 base::Message failureReport(const std::exception& failure) {
+    if (const auto* nothing = dynamic_cast<const keywords::NothingCollectedFailure*>(&failure)) {
+        return nothingCollectedReport(*nothing);
+    }
     const bool outOfMemory = dynamic_cast<const std::bad_alloc*>(&failure) != nullptr;
     return report(outOfMemory ? "there is not enough memory" : failure.what(), adviceFor(failure));
 }

@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QProgressBar>
+#include <QTimerEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <limits>
@@ -11,6 +12,7 @@ namespace shell {
 namespace {
 
 constexpr int smallestWidth = 420;
+constexpr int pictureMilliseconds = 33;
 
 /// The bar's numbers are narrower than the count of an archive's records may be.
 int barNumber(std::int64_t number) {
@@ -42,14 +44,49 @@ FormProgress::FormProgress() {
 
 void FormProgress::setRange(std::int64_t minimum, std::int64_t maximum) {
     progressInit_->setRange(barNumber(minimum), barNumber(maximum));
+    position_ = minimum;
+    drawNow();
 }
 
 void FormProgress::setPosition(std::int64_t position) {
-    progressInit_->setValue(barNumber(position));
+    position_ = position;
+    drawSoon();
 }
 
 void FormProgress::setText(const std::string& text) {
-    displayProgress_->setText(QString::fromStdString(text));
+    text_ = text;
+    drawSoon();
+}
+
+void FormProgress::showProgress() {
+    show();
+    raise();
+}
+
+void FormProgress::drawSoon() {
+    if (!isVisible() || sinceDrawn_.hasExpired(pictureMilliseconds)) {
+        drawNow();
+    } else if (!nextPicture_.isActive()) {
+        nextPicture_.start(pictureMilliseconds, this);
+    }
+}
+
+void FormProgress::drawNow() {
+    nextPicture_.stop();
+    progressInit_->setValue(barNumber(position_));
+    displayProgress_->setText(QString::fromStdString(text_));
+    sinceDrawn_.start();
+}
+
+void FormProgress::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == nextPicture_.timerId()) {
+        drawNow();
+    }
+}
+
+void FormProgress::hideEvent(QHideEvent* event) {
+    drawNow();
+    QWidget::hideEvent(event);
 }
 
 }  // namespace shell

@@ -21,7 +21,12 @@ QIcon aboutPicture() {
 ImageList::ImageList(QObject* parent) : QObject(parent) {
     takePicturesIn();
     for (const QString& key : keys()) {
-        images_.append(QIcon(":/pictures/tree/" + key + ".svg"));
+        const QString file = ":/pictures/tree/" + key + ".svg";
+        QIcon image(file);
+        // Otherwise a selected line's image would be tinted, which a small drawing does not
+        // survive.
+        image.addFile(file, {}, QIcon::Selected);
+        images_.append(image);
     }
 }
 

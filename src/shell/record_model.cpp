@@ -77,6 +77,18 @@ void RecordModel::setText(std::int64_t position, int column, std::string text) {
     emit dataChanged(cell, cell);
 }
 
+void RecordModel::setTexts(std::int64_t position, int firstColumn, std::vector<std::string> texts) {
+    Row& row = rowAt(position);
+    const auto first = static_cast<std::size_t>(firstColumn - 1);
+    row.resize(std::max(row.size(), first + texts.size()));
+    std::move(texts.begin(), texts.end(), row.begin() + static_cast<std::ptrdiff_t>(first));
+    if (columnCount() > 0) {
+        // The whole row: for a single cell the view searches its place among all rows.
+        const int line = static_cast<int>(position - 1);
+        emit dataChanged(index(line, 0), index(line, columnCount() - 1));
+    }
+}
+
 const std::string& RecordModel::text(std::int64_t position, int column) const {
     return textOf(const_cast<RecordModel*>(this)->rowAt(position), column - 1);
 }

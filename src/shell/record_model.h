@@ -37,6 +37,8 @@ class RecordModel : public QAbstractTableModel {
     void appendRows(std::vector<Row> rows);
     /// Replaces one text of the row at `position`; the row stays where it is.
     void setText(std::int64_t position, int column, std::string text);
+    /// Replaces the texts from `firstColumn` on, as setText() does.
+    void setTexts(std::int64_t position, int firstColumn, std::vector<std::string> texts);
     /// The text in a column of the row at `position`; empty where the row has none.
     const std::string& text(std::int64_t position, int column) const;
 

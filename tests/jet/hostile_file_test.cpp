@@ -12,6 +12,7 @@
 #include "jet/bytes.h"
 #include "jet/checker.h"
 #include "jet/format.h"
+#include "tests/jet/largest_allocation.h"
 #include "tests/jet/rich_file.h"
 #include "tests/support/faulty_files.h"
 
@@ -25,6 +26,8 @@ using Clock = std::chrono::steady_clock;
 
 /// No treatment of so small a file may take longer; a sanitizer's build needs most of it.
 constexpr auto patience = std::chrono::seconds(10);
+/// None may ask for more memory at once; the cache of pages is 8 MiB in many pieces.
+constexpr std::size_t mostMemory = std::size_t{16} << 20;
 
 }  // namespace
 
@@ -53,6 +56,7 @@ class HostileFile : public testing::TestWithParam<jet::FileFormat> {
     void expectOrderly(const std::string& content, const std::string& what, Use use) {
         files_.write(path, content);
         const auto start = Clock::now();
+        const LargestAllocation memory;
         try {
             use();
         } catch (const base::EngineFailure& failure) {
@@ -61,6 +65,7 @@ class HostileFile : public testing::TestWithParam<jet::FileFormat> {
             ADD_FAILURE() << what << ": " << other.what();
         }
         EXPECT_LT(Clock::now() - start, patience) << what;
+        EXPECT_LT(memory.bytes(), mostMemory) << what;
     }
 
     void expectOrderly(const std::string& content, const std::string& what) {
@@ -148,6 +153,19 @@ TEST_P(HostileFile, NumbersThatPointFarOut) {
                 expectOrderly(content, "page " + std::to_string(number) + ", offset " +
                                            std::to_string(offset));
             }
+        }
+    }
+}
+
+TEST_P(HostileFile, RootsOfIndexesThatPointFarOut) {
+    // Wherever in a definition the root of an index stands: a wild number on its own last byte.
+    for (std::size_t number = 2; number < pageCount() && !HasFailure(); ++number) {
+        for (std::size_t offset = 40; kindOf(number) == 2 && offset < 400; ++offset) {
+            std::string content = sound_;
+            *page(content, number, offset) = 0xFE;
+            expectOrderly(content,
+                          "page " + std::to_string(number) + ", byte " + std::to_string(offset),
+                          [&] { jet::checkDatabase(files_, path); });
         }
     }
 }

@@ -5,91 +5,25 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTabBar>
 #include <QTest>
 #include <QWindow>
 
 #include "base/failure.h"
-#include "jet/engine.h"
 #include "open/form_open.h"
-#include "platform/file_private_profile.h"
-#include "shell/failure_boundary.h"
 #include "shell/failure_report.h"
 #include "shell/form_about.h"
 #include "shell/form_flashloading.h"
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
-#include "tests/shell/test_application.h"
-#include "tests/support/fake_platform.h"
-#include "tests/support/scripted_file_dialogs.h"
-#include "tests/support/scripted_message_box.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/shell/desktop_fixture.h"
 
 namespace shell {
 namespace {
 
 using base::MessageAnswer;
-
-/// The machine's own files and settings, and a program folder of the test's.
-class Machine : public support::FakePlatform {
-  public:
-    Machine() : real_(platform::createPlatform()) { opener = &real_->files(); }
-    platform::PrivateProfile& privateProfile() override { return settingsFiles; }
-
-    platform::FilePrivateProfile settingsFiles;
-
-  private:
-    std::unique_ptr<platform::Platform> real_;
-};
-
-/// The whole desktop, but for its screen and its user.
-class DesktopTest : public testing::Test {
-  protected:
-    DesktopTest() {
-        folder.makeFolder("settings");
-        machine.fakeShell.folder = folder.path();
-        support::testApplication().setBoundary(&boundary);
-    }
-    ~DesktopTest() override {
-        support::testApplication().setBoundary(nullptr);
-        EXPECT_TRUE(messages.allAnswersUsed());
-        EXPECT_TRUE(dialogs.allAnswersUsed());
-    }
-
-    void start() {
-        desktop.showSplash();
-        click(desktop.splash(), "btnStart");
-    }
-    static void click(QWidget* window, const char* button) {
-        auto* found = window->findChild<QPushButton*>(button);
-        ASSERT_NE(found, nullptr) << button;
-        QTest::mouseClick(found, Qt::LeftButton);
-    }
-    void clickTab(int tab) {
-        auto* tabs = desktop.openWindow()->findChild<QTabBar*>("TabOpen");
-        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(tab).center());
-    }
-    void choose(const char* action) {
-        desktop.mainWindow()->findChild<QAction*>(action)->trigger();
-    }
-    std::string title() { return desktop.mainWindow()->windowTitle().toStdString(); }
-    std::string settings() const { return folder.read("settings/vdln.ini"); }
-    std::string settingsWith(const std::string& current) const {
-        return "[recentarchives]\ncurrent=" + current +
-               "\nrecent1=\nrecent2=\nrecent3=\nrecent4=\nrecent5=\n";
-    }
-
-    support::TemporaryFolder folder;
-    Machine machine;
-    jet::Engine engine{*machine.opener};
-    base::ProgramState state;
-    support::ScriptedMessageBox messages;
-    support::ScriptedFileDialogs dialogs;
-    FailureBoundary boundary{messages};
-    int left = 0;
-    Desktop desktop{{state, machine, engine, messages, dialogs, boundary, [this] { ++left; }}};
-};
+using support::DesktopTest;
+using support::Machine;
 
 TEST_F(DesktopTest, TheSplashComesFirstAndAlone) {
     desktop.showSplash();
@@ -158,6 +92,7 @@ TEST_F(DesktopTest, ARecentArchiveIsOpenedAndExchanged) {
     auto* list = desktop.openWindow()->findChild<QWidget*>("listRecent");
     list->setFocus(Qt::TabFocusReason);
     QTest::keyClick(list, Qt::Key_Space);
+    messages.expect(MessageAnswer::Ok);  // to what is said of an archive that is not there
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(title(), "Verdolin - b.mdb");
     EXPECT_EQ(settings(),
@@ -169,19 +104,24 @@ TEST_F(DesktopTest, TheOpenWindowComesBackWithItsState) {
     start();
     dialogs.choose("/x/y.mdb");
     clickTab(1);
+    messages.expect(MessageAnswer::Ok);
     click(desktop.openWindow(), "btnExistOK");
+    desktop.openWindow()->close();
     choose("mnuFileOpen");
     EXPECT_TRUE(desktop.openWindow()->isVisible());
     EXPECT_EQ(desktop.openWindow()->findChild<QLineEdit*>("textExisting")->text(),
               "y.mdb  found at: /x/");
 }
 
-TEST_F(DesktopTest, ACurrentArchiveThatNoLongerExistsIsNoObstacle) {
+TEST_F(DesktopTest, ACurrentArchiveThatNoLongerExistsIsToldAndTheOpenWindowStays) {
     folder.makeFile("settings/vdln.ini", settingsWith("/gone/gone.mdb"));
     start();
+    messages.expect(MessageAnswer::Ok);
     click(desktop.openWindow(), "btnRecentOpen");
     EXPECT_EQ(title(), "Verdolin - gone.mdb");
-    EXPECT_TRUE(messages.asked.empty());
+    EXPECT_EQ(messages.asked.back().title, "Verdolin");
+    EXPECT_TRUE(holds("/gone/gone.mdb: there is no such file."));
+    EXPECT_TRUE(desktop.openWindow()->isVisible());
 }
 
 TEST_F(DesktopTest, SettingsThatCannotBeWrittenArePassedOver) {
@@ -190,6 +130,7 @@ TEST_F(DesktopTest, SettingsThatCannotBeWrittenArePassedOver) {
     start();
     dialogs.choose("/x/y.mdb");
     clickTab(1);
+    messages.expect(MessageAnswer::Ok);
     click(desktop.openWindow(), "btnExistOK");
     EXPECT_EQ(title(), "Verdolin - y.mdb");
     EXPECT_EQ(folder.read("settings"), "a file where the folder should be");
@@ -248,7 +189,9 @@ TEST_F(DesktopTest, HelpIsShownFromBesideTheProgram) {
 TEST_F(DesktopTest, TheProgressWindowIsHiddenOnceAnArchiveHasBeenOpened) {
     start();
     desktop.progress().show();
+    messages.expect(MessageAnswer::Ok);
     click(desktop.openWindow(), "btnRecentOpen");
+    EXPECT_TRUE(holds("no archive is open"));
     EXPECT_FALSE(desktop.progress().isVisible());
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "keywords/collection_failures.h"
 
 namespace shell {
 namespace {
@@ -33,9 +34,28 @@ TEST(FailureReport, AnOverflowNamesTheLimitAndTheCompanion) {
 }
 
 TEST(FailureReport, AnArchiveWithoutNotesOrKeywordsIsOpenAllTheSame) {
-    const base::Message report =
-        failureReport(base::SubscriptFailure("a list that was never filled has no bounds"));
-    EXPECT_TRUE(holds(report, "is open; it holds no notes or keywords yet"));
+    const base::Message report = failureReport(
+        keywords::NothingCollectedFailure("the archive holds no notes or keywords yet"));
+    EXPECT_EQ(report.title, "Verdolin");
+    EXPECT_EQ(report.text,
+              "The archive is open, but its keywords and notes could not be collected: the archive "
+              "holds no notes or keywords yet.\n\nWhat was known before is kept, and the program "
+              "goes on.\n\nClose the open-archive window with its close box. Once the archive's "
+              "records have keywords and notes, this is not said any more.");
+}
+
+TEST(FailureReport, AnArchiveWithTooManyNotesIsOpenAllTheSame) {
+    const base::Message report = failureReport(keywords::TooManyNotesFailure(40000));
+    EXPECT_TRUE(holds(report, "40000 notes are more than the 32767 that can be known at a time."));
+    EXPECT_TRUE(holds(report, "If an archive was being opened, it is open"));
+    EXPECT_FALSE(holds(report, "vdln scan"));
+}
+
+TEST(FailureReport, AListThatHasChangedAsksForAnotherSelection) {
+    const base::Message report = failureReport(
+        base::SubscriptFailure("record 3 of the selected ones is not in the list any more"));
+    EXPECT_TRUE(holds(report, "finished: record 3 of the selected ones"));
+    EXPECT_TRUE(holds(report, "Select the records once more"));
 }
 
 TEST(FailureReport, EveryFaultOfTheEngineHasItsAdvice) {

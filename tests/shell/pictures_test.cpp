@@ -65,6 +65,15 @@ TEST(Pictures, EveryImageStandsOutOnLightAndDarkAndIsSharpAtTwiceTheSize) {
     }
 }
 
+TEST(Pictures, ASelectedLinesImageIsNotTinted) {
+    const ImageList images;
+    for (const QString& key : ImageList::keys()) {
+        const QIcon image = images.image(key);
+        EXPECT_EQ(image.pixmap(16, QIcon::Selected).toImage(), image.pixmap(16).toImage())
+            << key.toStdString();
+    }
+}
+
 TEST(Pictures, TheApplicationHasAnIconAndTheAboutWindowAPicture) {
     EXPECT_FALSE(drawn(applicationIcon(), 64).isNull());
     EXPECT_FALSE(drawn(aboutPicture(), 160).isNull());

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QPersistentModelIndex>
+#include <QSignalSpy>
 #include <algorithm>
 #include <random>
 #include <string>
@@ -133,6 +134,32 @@ TEST_F(RecordModelTest, PlacesThatAreNotThereAreFailures) {
     EXPECT_THROW(model.insertColumnAt(0, "x"), base::SubscriptFailure);
     EXPECT_THROW((void)model.text(1, 1), base::SubscriptFailure);
     EXPECT_THROW(model.setText(0, 1, "x"), base::SubscriptFailure);
+}
+
+TEST(RecordModel, SeveralTextsOfARowAreReplacedAtOnce) {
+    RecordModel model;
+    for (int column = 1; column <= 10; ++column) {
+        model.insertColumnAt(column, QString::number(column));
+    }
+    model.appendRow({"a", "1"});
+    model.appendRow({"b", "2"});
+    const QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+    model.setTexts(2, 5, {"keywords", "note 1", "note 2"});
+    EXPECT_EQ(model.text(2, 1), "b");
+    EXPECT_EQ(model.text(2, 4), "");
+    EXPECT_EQ(model.text(2, 5), "keywords");
+    EXPECT_EQ(model.text(2, 7), "note 2");
+    EXPECT_EQ(model.text(1, 5), "");
+    ASSERT_EQ(changes.size(), 1);
+    EXPECT_EQ(changes[0][0].toModelIndex().row(), 1);
+    EXPECT_THROW(model.setTexts(3, 5, {"x"}), base::SubscriptFailure);
+}
+
+TEST(RecordModel, TextsAreKeptForColumnsThatAreNotThereYet) {
+    RecordModel model;
+    model.appendRow({"a"});
+    model.setTexts(1, 5, {"x"});
+    EXPECT_EQ(model.text(1, 5), "x");
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLabel>
 #include <QProgressBar>
@@ -186,6 +187,67 @@ TEST(FormProgress, ShowsWhatItsOwnerSets) {
     const auto* label = progress.findChild<QLabel*>("displayProgress");
     EXPECT_EQ(label->text(), "Initializing <b> 20 of 50");
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
+}
+
+class ShownProgressTest : public testing::Test {
+  protected:
+    ShownProgressTest() {
+        progress.setText("first");
+        progress.setRange(1, 1000);
+        progress.showProgress();
+    }
+    void tell(int position) {
+        progress.setText("record " + std::to_string(position));
+        progress.setPosition(position);
+    }
+    std::string shownText() const {
+        return progress.findChild<QLabel*>("displayProgress")->text().toStdString();
+    }
+    int shownPosition() const { return progress.findChild<QProgressBar*>("progressInit")->value(); }
+
+    FormProgress progress;
+};
+
+TEST_F(ShownProgressTest, ShowsItselfWithWhatItWasToldBefore) {
+    EXPECT_TRUE(progress.isVisible());
+    EXPECT_FALSE(progress.isModal());
+    EXPECT_EQ(shownText(), "first");
+    EXPECT_EQ(shownPosition(), 1);
+}
+
+TEST_F(ShownProgressTest, TheLastItWasToldIsDrawnSoonWhetherMoreComesOrNot) {
+    for (int position = 1; position <= 500; ++position) {
+        tell(position);
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shownText() == "record 500"; }));
+    EXPECT_EQ(shownPosition(), 500);
+}
+
+TEST_F(ShownProgressTest, HidingItLeavesTheLastItWasTold) {
+    for (int position = 1; position <= 1000; ++position) {
+        tell(position);
+    }
+    progress.hide();
+    EXPECT_EQ(shownText(), "record 1000");
+    EXPECT_EQ(shownPosition(), 1000);
+}
+
+TEST_F(ShownProgressTest, ItDrawsNoOftenerThanAnEyeCanTell) {
+    struct Paints : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    } paints;
+    progress.findChild<QLabel*>("displayProgress")->installEventFilter(&paints);
+    QElapsedTimer watch;
+    watch.start();
+    for (int position = 1; position <= 20000; ++position) {
+        tell(position);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_LE(paints.count, 5 + watch.elapsed() / 30);
 }
 
 TEST(FormProgress, CountsBeyondTheBarsNumbersStayAtItsEnd) {

@@ -1,5 +1,9 @@
 // Draws every window into a folder, to be looked at: window_gallery FOLDER [dark]
 
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QCompleter>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -22,6 +26,8 @@
 #include "archive/makedb.h"
 #include "base/program_state.h"
 #include "jet/engine.h"
+#include "keywords/collection_failures.h"
+#include "keywords/form_keywords.h"
 #include "open/archive_texts.h"
 #include "open/form_open.h"
 #include "platform/platform.h"
@@ -37,12 +43,15 @@
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
+#include "shell/keyword_columns.h"
+#include "shell/pictures.h"
 #include "shell/record_list.h"
 #include "shell/window_message_box.h"
 #include "shell/workspace.h"
 #include "tests/archive/archive_fixture.h"
 #include "tests/explore/sample_rows.h"
 #include "tests/support/fake_platform.h"
+#include "tests/support/recording_boundary.h"
 #include "tests/support/scripted_file_dialogs.h"
 #include "tests/support/temporary_folder.h"
 
@@ -99,6 +108,7 @@ class Gallery {
         desktop_.mainWindow()->resize(640, 420);
         draw(*desktop_.mainWindow(), "main-small");
         drawScanAndSave();
+        drawKeywords();
         drawSmallWindows();
         drawHelp();
         drawMessages();
@@ -182,6 +192,8 @@ class Gallery {
 
     void drawScanAndSave() {
         desktop_.mainWindow()->resize(1000, 660);
+        state_.archiveFolder.clear();
+        state_.archiveName.clear();
         // Without an archive the drive counts as not ready, which a message says first.
         drawNextMessage("message-not-ready");
         choose("mnuArchScan");
@@ -240,6 +252,48 @@ class Gallery {
         draw(progress, "progress");
     }
 
+    void drawKeywords() {
+        base::ProgramState state;
+        support::RecordingBoundary boundary;
+        KeywordColumns columns(*desktop_.mainWindow()->workspace().list());
+        for (const char* keyword : {"sea", "summer", "sun", "Ærø", "Θάλασσα", "море"}) {
+            state.archiveKeywords.append({keyword, "archive"});
+        }
+        state.archiveNotes.append({"Lent to Peter, who has not given it back yet", "archive"});
+        keywords::FormKeywords first(state, columns, boundary, desktop_.mainWindow());
+        first.load();
+        draw(first, "keywords-nothing-selected");
+        first.close();
+        state.selectedRecords.growTo(3);
+        keywords::FormKeywords window(state, columns, boundary, desktop_.mainWindow());
+        window.load();
+        draw(window, "keywords");
+        auto* combo = window.findChild<QComboBox*>("comboKeywords");
+        combo->setFocus();
+        QTest::keyClicks(combo->lineEdit(), "S");
+        draw(*combo->completer()->popup(), "keywords-offered");
+        combo->completer()->popup()->hide();
+        combo->showPopup();
+        draw(*combo->view()->window(), "keywords-listed");
+        combo->hidePopup();
+        selectText(window, "comboKeywords", 4, "btnSelectKW");
+        selectText(window, "comboKeywords", 0, "btnSelectKW");
+        selectText(window, "comboNotes", 0, "btnSelectNote");
+        draw(window, "keywords-selected");
+        for (int i = 0; i < 20; ++i) {
+            selectText(window, "comboKeywords", i % 6, "btnSelectKW");
+        }
+        draw(window, "keywords-many-selected");
+        window.close();
+    }
+
+    static void selectText(QWidget& window, const char* name, int index, const char* button) {
+        auto* combo = window.findChild<QComboBox*>(name);
+        combo->setCurrentIndex(index);
+        emit combo->activated(index);
+        window.findChild<QPushButton*>(button)->click();
+    }
+
     void drawHelp() {
         desktop_.mainWindow()->findChild<QAction*>("mnuHelpHelp")->trigger();
         if (desktop_.help() == nullptr) {
@@ -257,6 +311,9 @@ class Gallery {
         drawMessage(open::eraseQuestion(), "message-erase");
         drawMessage(*open::extensionQuestion("catalog.MDB"), "message-extension");
         drawMessage(open::creationFailedMessage(), "message-creation");
+        drawMessage(failureReport(keywords::NothingCollectedFailure(
+                        "the archive holds no notes or keywords yet")),
+                    "message-no-keywords");
         drawMessage(failureReport(base::OverflowFailure("a number does not fit 16 bits")),
                     "message-failure");
     }

@@ -49,37 +49,48 @@ void RandomUser::mayAlso(std::string name, int weight, std::function<void()> act
     others_.push_back({std::move(name), weight, std::move(action)});
 }
 
-void RandomUser::act(int count) {
+int RandomUser::act(int count) {
+    const int before = total_;
     remaining_ = count;
     arm();
     while (remaining_ > 0) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     QCoreApplication::processEvents();
+    return total_ - before;
 }
 
 /// A new timer each time: one that is being handled is not due again before it has been.
-void RandomUser::arm() {
-    if (timer_ == 0 && remaining_ > 0) {
-        timer_ = startTimer(0);
-    }
+void RandomUser::arm() { startTimer(0); }
+
+bool RandomUser::mayAct() const {
+    return remaining_ > 0 && (depth_ < deepest || QApplication::activeModalWidget() != nullptr);
 }
 
 void RandomUser::timerEvent(QTimerEvent* event) {
     killTimer(event->timerId());
-    timer_ = 0;
-    if (remaining_ == 0) {
+    if (remaining_ == 0 && depth_ == 0) {
+        return;
+    }
+    arm();
+    if (!mayAct()) {
+        dismissModalWindow();
         return;
     }
     --remaining_;
+    ++total_;
     nested_ += depth_ > 0 ? 1 : 0;
     ++depth_;
-    if (depth_ < deepest) {
-        arm();
-    }
     doOneAction();
     --depth_;
-    arm();
+}
+
+/// A window that nobody answers would keep an operation from its end.
+void RandomUser::dismissModalWindow() {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (remaining_ == 0 && modal != nullptr) {
+        modal->close();
+    }
 }
 
 void RandomUser::doOneAction() {
@@ -106,6 +117,14 @@ std::vector<RandomUser::Action> RandomUser::possibleActions() {
     std::vector<Action> actions = others_;
     for (const QPointer<QWidget>& window : windowsInReach()) {
         addActionsOf(*window, actions);
+    }
+    std::erase_if(actions, [this](const Action& action) {
+        const auto rare = rare_.find(action.name);
+        return rare != rare_.end() && !chance(rare->second);
+    });
+    for (Action& action : actions) {
+        const auto preferred = preferred_.find(action.name);
+        action.weight *= preferred == preferred_.end() ? 1 : preferred->second;
     }
     return actions;
 }

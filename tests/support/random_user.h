@@ -18,7 +18,7 @@ namespace support {
 /// modal only that one is used, as for any user.
 ///
 /// Actions that are set off while another one runs may nest as deeply as `deepest`; there the
-/// user waits, so that every operation comes to its end.
+/// user waits, so that every operation comes to its end, and only answers modal windows.
 class RandomUser : public QObject {
   public:
     static constexpr int deepest = 5;
@@ -28,9 +28,16 @@ class RandomUser : public QObject {
     /// Something else that may happen at any time, as often as `weight` actions on a control.
     void mayAlso(std::string name, int weight, std::function<void()> action);
 
+    /// Only one time in `in` is this control, menu item or close box (as "close " and the window's
+    /// name) thought of at all.
+    void doesRarely(const std::string& name, int in) { rare_[name] = in; }
+
+    /// This control or menu item is `factor` times as likely as others of its kind.
+    void prefers(const std::string& name, int factor) { preferred_[name] = factor; }
+
     /// Acts until `count` more actions are done or stop() is called, and every operation set off
-    /// has ended.
-    void act(int count);
+    /// has ended. How many actions these were.
+    int act(int count);
     /// No further action.
     void stop() { remaining_ = 0; }
     bool isActing() const { return remaining_ > 0; }
@@ -56,17 +63,21 @@ class RandomUser : public QObject {
 
     void arm();
     void doOneAction();
+    void dismissModalWindow();
+    bool mayAct() const;
     std::vector<Action> possibleActions();
     void addActionsOf(QWidget& window, std::vector<Action>& actions);
     void addActionsOfControl(QWidget& control, std::vector<Action>& actions);
 
     std::mt19937 random_;
     std::vector<Action> others_;
+    std::map<std::string, int> rare_;
+    std::map<std::string, int> preferred_;
     std::map<std::string, int> done_;
     int remaining_ = 0;
+    int total_ = 0;
     int depth_ = 0;
     int nested_ = 0;
-    int timer_ = 0;
 };
 
 }  // namespace support
