@@ -43,9 +43,8 @@ std::vector<search::Row> ascending(std::span<const search::Row> rows, search::Ro
 std::string queryOf(const search::Index& index, const search::DuplicateGroup& group,
                     const search::SameBy& sameBy) {
     const search::Row row = group.rows.front();
-    const std::string name = search::quotedForQuery(index.name(row));
-    std::string query =
-        (group.isFolder ? "folder: " : "file: ") + ("start:" + name) + " end:" + name;
+    std::string query = (group.isFolder ? "folder: start:end:" : "file: start:end:") +
+                        search::quotedForQuery(index.name(row));
     if (!group.isFolder && sameBy.size && index.isSizeKnown(row)) {
         query += " size:" + std::to_string(index.size(row));
     }

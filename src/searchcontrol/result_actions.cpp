@@ -31,9 +31,8 @@ void copyLines(const ChosenEntries& chosen, Line line) {
 }  // namespace
 
 std::string copiesQuery(const search::Index& index, search::Row row) {
-    const std::string name = search::quotedForQuery(index.name(row));
-    const std::string query =
-        std::string(index.isFolder(row) ? "folder:" : "file:") + " start:" + name + " end:" + name;
+    const std::string query = (index.isFolder(row) ? "folder: start:end:" : "file: start:end:") +
+                              search::quotedForQuery(index.name(row));
     return index.isFolder(row) || !index.isSizeKnown(row)
                ? query
                : query + " size:" + std::to_string(index.size(row));

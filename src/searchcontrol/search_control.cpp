@@ -26,6 +26,7 @@
 #include "searchcontrol/letter_delegate.h"
 #include "searchcontrol/query_line.h"
 #include "searchcontrol/result_table.h"
+#include "searchcontrol/selection_sum.h"
 #include "searchcontrol/statistics_page.h"
 #include "searchcontrol/syntax_card.h"
 #include "searchcontrol/texts.h"
@@ -91,6 +92,7 @@ SearchControl::SearchControl(const search::SearchHost& host)
       task_(host.boundary, this),
       counter_(host.boundary, this),
       copyCounter_(host.boundary, this),
+      selectionSum_(host.boundary, this),
       actions_(host_, this),
       annotations_(host_, this),
       export_(host.boundary, this) {
@@ -256,6 +258,7 @@ void SearchControl::connectPages() {
     connect(duplicates_, &DuplicatesPage::queryWanted, this, &SearchControl::searchFor);
     connect(duplicates_, &DuplicatesPage::entryWanted, this, &SearchControl::showEntry);
     connect(statistics_, &StatisticsPage::narrowed, this, &SearchControl::narrow);
+    connect(tabs_, &QTabWidget::currentChanged, this, &SearchControl::showStatistics);
     connect(&annotations_, &AnnotationEditor::changed, this, [this] {
         if (!reader_.path().isEmpty()) {
             reader_.reload();
@@ -276,7 +279,7 @@ void SearchControl::setArchivePath(const QString& path) {
 bool SearchControl::isBusy() const {
     return reader_.isReading() || task_.isRunning() || counter_.isRunning() ||
            copyCounter_.isRunning() || duplicates_->isRunning() || export_.isRunning() ||
-           selectionRest_.isActive();
+           selectionRest_.isActive() || selectionSum_.isRunning();
 }
 
 void SearchControl::archiveChanged() {
@@ -342,31 +345,32 @@ void SearchControl::showHits() {
 void SearchControl::countHits() {
     counter_.start(task_.run()->sharedIndex(), task_.run()->hits());
     duplicates_->setHits(task_.run()->sharedIndex(), task_.run()->hits());
-    statistics_->show(nullptr);
+}
+
+/// Its tables are made where somebody sees them.
+void SearchControl::showStatistics() {
+    if (tabs_->currentWidget() == statistics_) {
+        statistics_->show(counter_.counts());
+    }
 }
 
 void SearchControl::showCounts() {
-    // Its own end is what the counter tells of here.
     facets_->show(counter_.counts());
-    statistics_->show(counter_.counts());
+    showStatistics();
     showStatus();
 }
 
 void SearchControl::showSelection() {
-    const std::vector<search::Row> rows = table_->selected();
-    const auto& index = table_->results().index();
-    std::int64_t bytes = 0;
-    bool isExact = true;
-    for (const search::Row row : rows) {
-        if (!index->isFolder(row)) {
-            bytes += index->leastSize(row);
-            isExact = isExact && index->isSizeKnown(row);
-        }
-    }
-    labelSelection_->setText(rows.empty() ? QString()
-                                          : countText(static_cast<std::int64_t>(rows.size())) +
-                                                " selected, " + sizeText(bytes, isExact));
     showDetails();
+    const auto sum = std::make_shared<SelectionSum>(
+        ChosenEntries{table_->results().index(), table_->selected()});
+    selectionSum_.startNow([this, sum](const search::Budget& budget) {
+        if (!sum->run(budget)) {
+            return false;
+        }
+        labelSelection_->setText(sum->text());
+        return true;
+    });
 }
 
 void SearchControl::showDetails() {

@@ -80,6 +80,7 @@ class SearchControl : public QWidget {
     void showHits();
     void countHits();
     void showCounts();
+    void showStatistics();
     void showSelection();
     void showDetails();
     void showStatus();
@@ -126,6 +127,7 @@ class SearchControl : public QWidget {
     SearchTask task_;
     HitCounter counter_;
     Slices copyCounter_;
+    Slices selectionSum_;
     ResultActions actions_;
     AnnotationEditor annotations_;
     ExportTask export_;

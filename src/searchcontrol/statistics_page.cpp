@@ -91,9 +91,17 @@ QWidget* StatisticsPage::createTable(const char* name, const QString& title,
     header->resizeSection(Label, fontMetrics().averageCharWidth() * 26);
     header->setSectionResizeMode(Entries, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(Size, QHeaderView::ResizeToContents);
+    // The first of the two may already have emptied the table.
     const auto choose = [this](const QTreeWidgetItem* item) {
-        emit narrowed(item->data(Label, termRole).toString().toStdString());
+        if (item != nullptr) {
+            emit narrowed(item->data(Label, termRole).toString().toStdString());
+        }
     };
+    connect(tree, &QTreeWidget::itemClicked, this, [choose](QTreeWidgetItem* item, int column) {
+        if (column == Label) {
+            choose(item);
+        }
+    });
     connect(tree, &QTreeWidget::itemActivated, this, choose);
     tables_.push_back({grouping, tree});
     return tree;

@@ -3,11 +3,11 @@
 #include <QHeaderView>
 #include <QTableWidget>
 
+#include "platform/file_private_profile.h"
 #include "search/result_column.h"
 #include "searchcontrol/column_layout.h"
 #include "searchcontrol/query_history.h"
 #include "searchcontrol/saved_searches.h"
-#include "platform/file_private_profile.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/temporary_folder.h"
 
