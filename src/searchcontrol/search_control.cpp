@@ -432,7 +432,7 @@ QString SearchControl::hitsText() const {
 
 ChosenEntries SearchControl::chosen() const {
     ChosenEntries entries{table_->results().index(), table_->chosen()};
-    if (entries.isEmpty() && !table_->results().hits().empty() && queryLine_->hasFocus()) {
+    if (entries.isEmpty() && !table_->results().hits().empty() && !table_->hasFocus()) {
         entries.rows.push_back(table_->results().hit(0));
     }
     return entries;
