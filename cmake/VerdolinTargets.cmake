@@ -23,7 +23,11 @@ endfunction()
 # verdolin_window_library(<folder> SOURCES <file>... DEPENDS <target>... PRIVATE_DEPENDS <target>...)
 #
 # The same for the windows of a folder: the static library verdolin_<folder>_window, with Qt Widgets.
+# There is none where the desktop program is not built.
 function(verdolin_window_library folder)
+  if(NOT VERDOLIN_DESKTOP)
+    return()
+  endif()
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS")
   verdolin_library(
     ${folder}_window

@@ -18,8 +18,8 @@ configure() {
     local preset="$1"
     shift
     case "$preset" in
-        release | debug | asan) ;;
-        *) fail "there is no preset $preset; the presets are release, debug and asan" ;;
+        release | debug | asan | windows) ;;
+        *) fail "there is no preset $preset; the presets are release, debug, asan and windows" ;;
     esac
     cmake --preset "$preset" "$@" >&2
 }

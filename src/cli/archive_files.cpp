@@ -7,6 +7,7 @@
 #include "archive/makedb.h"
 #include "base/archive_location.h"
 #include "base/failure.h"
+#include "base/file_path.h"
 #include "cli/context.h"
 #include "jet/engine.h"
 
@@ -17,20 +18,21 @@ namespace fs = std::filesystem;
 
 /// Where a chain of links leads to, also when nothing is there yet.
 fs::path withoutLinks(const std::string& path) {
+    fs::path given = base::filePath(path);
     std::error_code error;
-    if (!fs::is_symlink(path, error)) {
-        return path;
+    if (!fs::is_symlink(given, error)) {
+        return given;
     }
-    const fs::path target = fs::weakly_canonical(path, error);
-    return error ? fs::path(path) : target;
+    fs::path target = fs::weakly_canonical(given, error);
+    return error ? given : target;
 }
 
 /// A name beside `path` that nothing has yet.
 std::string nameBeside(const fs::path& path) {
     std::error_code error;
     for (int number = 1;; ++number) {
-        std::string name = path.string() + ".new" + std::to_string(number);
-        if (!fs::exists(fs::symlink_status(name, error))) {
+        std::string name = base::pathText(path) + ".new" + std::to_string(number);
+        if (!fs::exists(fs::symlink_status(base::filePath(name), error))) {
             return name;
         }
     }
@@ -40,18 +42,18 @@ std::string nameBeside(const fs::path& path) {
 
 bool isReplaceable(const std::string& path) {
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::file_status status = fs::status(base::filePath(path), error);
     return !fs::exists(status) || fs::is_regular_file(status);
 }
 
 void createNewArchive(Context& context, const std::string& path, jet::FileFormat format) {
     std::error_code error;
-    const bool wasThere = fs::exists(fs::symlink_status(path, error));
+    const bool wasThere = fs::exists(fs::symlink_status(base::filePath(path), error));
     try {
         archive::createArchive(context.engine, base::splitArchivePath(path), format);
     } catch (const base::Failure&) {
         if (!wasThere) {
-            fs::remove(path, error);
+            fs::remove(base::filePath(path), error);
         }
         throw;
     }
@@ -65,10 +67,10 @@ void replaceArchive(Context& context, const std::string& path, jet::FileFormat f
     const std::string beside = nameBeside(place);
     createNewArchive(context, beside, format);
     std::error_code error;
-    fs::rename(beside, place, error);
+    fs::rename(base::filePath(beside), place, error);
     if (error) {
         std::error_code ignored;
-        fs::remove(beside, ignored);
+        fs::remove(base::filePath(beside), ignored);
         throw base::FileFailure(path + ": it cannot be replaced: " + error.message());
     }
 }

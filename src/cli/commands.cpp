@@ -1,17 +1,12 @@
 #include "cli/check_command.h"
 #include "cli/command.h"
 #include "cli/create_command.h"
-#include "cli/diff_command.h"
 #include "cli/drives_command.h"
 #include "cli/dump_command.h"
-#include "cli/dup_command.h"
-#include "cli/export_command.h"
-#include "cli/find_command.h"
 #include "cli/media_command.h"
 #include "cli/records_command.h"
 #include "cli/scan_command.h"
-#include "cli/stats_command.h"
-#include "cli/tag_command.h"
+#include "cli/search_commands.h"
 
 namespace cli {
 
@@ -22,12 +17,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(std::make_unique<ScanCommand>());
     commands.push_back(std::make_unique<MediaCommand>());
     commands.push_back(std::make_unique<RecordsCommand>());
-    commands.push_back(std::make_unique<FindCommand>());
-    commands.push_back(std::make_unique<DupCommand>());
-    commands.push_back(std::make_unique<DiffCommand>());
-    commands.push_back(std::make_unique<StatsCommand>());
-    commands.push_back(std::make_unique<TagCommand>());
-    commands.push_back(std::make_unique<ExportCommand>());
+    addSearchCommands(commands);
     commands.push_back(std::make_unique<DumpCommand>());
     commands.push_back(std::make_unique<CheckCommand>());
     return commands;

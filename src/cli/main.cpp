@@ -1,7 +1,6 @@
 #include <iostream>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "cli/context.h"
 #include "cli/interruption.h"
@@ -44,6 +43,5 @@ int main(int count, char** arguments) {
                          platform::isTerminal(StandardStream::Input),
                          platform::isTerminal(StandardStream::Output),
                          VERDOLIN_VERSION};
-    return static_cast<int>(
-        cli::runProgram(std::vector<std::string>(arguments + 1, arguments + count), context));
+    return static_cast<int>(cli::runProgram(platform::programArguments(count, arguments), context));
 }

@@ -27,6 +27,8 @@ class CommandLine {
         : app_("Catalogues removable and fixed media in archives.", "vdln"),
           commands_(allCommands()) {
         app_.require_subcommand(1);
+        // The same command line means the same everywhere: "/a.mdb" is a path, never an option.
+        app_.allow_windows_style_options(false);
         app_.footer(exitCodes);
         app_.set_version_flag("--version", "vdln " + version, "Print the version and exit");
         app_.set_help_flag("-h,--help", "Print this help and exit");

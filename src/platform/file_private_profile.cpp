@@ -5,6 +5,7 @@
 #include <optional>
 #include <system_error>
 
+#include "base/file_path.h"
 #include "base/text.h"
 #include "platform/profile_text.h"
 
@@ -13,10 +14,6 @@ namespace platform {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path nativeFormOf(const std::string& filePath) {
-    return fs::path(std::u8string(filePath.begin(), filePath.end()));
-}
 
 /// The whole file; none when it cannot be read. What is no regular file is not opened at all: a
 /// pipe would make the program wait.
@@ -78,7 +75,7 @@ std::string FilePrivateProfile::getString(std::string_view section, std::string_
                                           std::string_view defaultValue, std::size_t bufferSize,
                                           const std::string& filePath) {
     std::string value(defaultValue);
-    if (const auto content = contentOf(nativeFormOf(filePath))) {
+    if (const auto content = contentOf(base::filePath(filePath))) {
         value = profileValue(*content, section, key).value_or(value);
     }
     return std::string(base::firstUtf16Units(value, bufferSize == 0 ? 0 : bufferSize - 1));
@@ -86,7 +83,7 @@ std::string FilePrivateProfile::getString(std::string_view section, std::string_
 
 bool FilePrivateProfile::writeString(std::string_view section, std::string_view key,
                                      std::string_view value, const std::string& filePath) {
-    const fs::path target = finalTarget(nativeFormOf(filePath));
+    const fs::path target = finalTarget(base::filePath(filePath));
     std::error_code error;
     std::string old;
     if (fs::exists(fs::symlink_status(target, error))) {

@@ -139,13 +139,6 @@ bool isKeyName(std::string_view name) {
            visible.front() != ';' && visible.front() != '[';
 }
 
-std::string writtenForm(std::string_view value) {
-    if (trimmed(value) == value && !inQuotes(value)) {
-        return std::string(value);
-    }
-    return '"' + std::string(value) + '"';
-}
-
 /// The new lines that add a key, with line ends before them as needed.
 std::string insertion(std::string_view text, const Place& place, std::string_view section,
                       std::string_view key, std::string_view value) {
@@ -159,7 +152,7 @@ std::string insertion(std::string_view text, const Place& place, std::string_vie
     if (!place.sectionExists) {
         lines += '[' + std::string(section) + ']' + lineEnd;
     }
-    return lines + std::string(key) + '=' + writtenForm(value) + lineEnd;
+    return lines + std::string(key) + '=' + profileForm(value) + lineEnd;
 }
 
 std::string withValueInUtf8(std::string_view text, std::string_view section, std::string_view key,
@@ -168,7 +161,7 @@ std::string withValueInUtf8(std::string_view text, std::string_view section, std
     std::string result(text);
     if (place.found) {
         const std::size_t start = place.found->valueStart;
-        return result.replace(start, place.found->contentEnd - start, writtenForm(value));
+        return result.replace(start, place.found->contentEnd - start, profileForm(value));
     }
     return result.insert(place.sectionExists ? place.insertAt : text.size(),
                          insertion(text, place, trimmed(section), trimmed(key), value));
@@ -222,7 +215,7 @@ std::optional<std::string> profileValue(std::string_view fileText, std::string_v
 
 std::optional<std::string> withProfileValue(std::string_view fileText, std::string_view section,
                                             std::string_view key, std::string_view value) {
-    if (!isSectionName(section) || !isKeyName(key) || !standsInOneLine(value)) {
+    if (!canStandInProfile(section, key, value)) {
         return std::nullopt;
     }
     if (!isUtf16(fileText)) {
@@ -233,6 +226,17 @@ std::optional<std::string> withProfileValue(std::string_view fileText, std::stri
         return std::nullopt;
     }
     return utf16OfUtf8(withValueInUtf8(decoded, section, key, value));
+}
+
+bool canStandInProfile(std::string_view section, std::string_view key, std::string_view value) {
+    return isSectionName(section) && isKeyName(key) && standsInOneLine(value);
+}
+
+std::string profileForm(std::string_view value) {
+    if (trimmed(value) == value && !inQuotes(value)) {
+        return std::string(value);
+    }
+    return '"' + std::string(value) + '"';
 }
 
 }  // namespace platform

@@ -29,4 +29,11 @@ std::optional<std::string> profileValue(std::string_view fileText, std::string_v
 std::optional<std::string> withProfileValue(std::string_view fileText, std::string_view section,
                                             std::string_view key, std::string_view value);
 
+/// False when the names or the value cannot stand in such a file.
+bool canStandInProfile(std::string_view section, std::string_view key, std::string_view value);
+
+/// A value as it is written: in quotation marks where it would lose blanks or its own marks on the
+/// way back.
+std::string profileForm(std::string_view value);
+
 }  // namespace platform

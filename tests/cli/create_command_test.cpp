@@ -49,13 +49,6 @@ TEST_F(CreateCommand, ForceAlsoMakesAFileThatIsNotThere) {
     EXPECT_EQ(tables(archive), emptyTables);
 }
 
-TEST_F(CreateCommand, ForceReplacesTheFileThatALinkLeadsTo) {
-    folder.makeFile("real.mdb", "old");
-    folder.makeLink("a.mdb", "real.mdb");
-    companion.output({"create", archive, "--force"});
-    EXPECT_EQ(tables(folder.pathOf("real.mdb")), emptyTables);
-}
-
 TEST_F(CreateCommand, AFolderIsNeverReplaced) {
     folder.makeFolder("a.mdb");
     EXPECT_EQ(companion.run({"create", archive}).err,
@@ -70,8 +63,9 @@ TEST_F(CreateCommand, AFolderThatIsNotThereIsOneLine) {
     const std::string path = folder.pathOf("none/a.mdb");
     const Outcome outcome = companion.run({"create", path});
     EXPECT_EQ(outcome.code, 1);
-    EXPECT_EQ(outcome.err,
-              "vdln: " + path + ": the file cannot be created: No such file or directory\n");
+    EXPECT_TRUE(outcome.err.starts_with("vdln: " + path + ": the file cannot be created: "))
+        << outcome.err;
+    EXPECT_TRUE(outcome.err.find('\n') == outcome.err.size() - 1) << outcome.err;
 }
 
 TEST_F(CreateCommand, AnotherExtensionIsTakenAsGivenWithAWord) {

@@ -130,6 +130,11 @@ TEST_F(Vdln, ExitCodes) {
     EXPECT_EQ(run("$VDLN scan tree a.mdb --name x").code, 3);
 }
 
+TEST_F(Vdln, ForceReplacesTheFileThatALinkLeadsTo) {
+    output("echo old >real.mdb && ln -s real.mdb a.mdb && $VDLN create a.mdb --force");
+    EXPECT_EQ(output("test -L a.mdb && $VDLN media real.mdb | wc -l"), "1\n");
+}
+
 TEST_F(Vdln, AsManyRecordsAsFindFindsEntries) {
     makeOddFolder();
     output("$VDLN create a.mdb && $VDLN scan tree a.mdb --name Odd");

@@ -2,17 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "base/failure.h"
 #include "jet/bytes.h"
 #include "jet/format.h"
-#include "platform/posix/posix_file_opener.h"
 #include "tests/jet/item_table.h"
 #include "tests/jet/rich_file.h"
 #include "tests/jet/sample_files.h"
 #include "tests/support/faulty_files.h"
+#include "tests/support/machine_files.h"
 
 namespace jet_test {
 
@@ -32,10 +33,10 @@ class CheckSamples : public testing::Test {
         }
     }
     jet::CheckReport check(const std::string& name) {
-        return jet::checkDatabase(files_, sampleFolder() + "/" + name);
+        return jet::checkDatabase(*files_, sampleFolder() + "/" + name);
     }
 
-    platform::posix::PosixFileOpener files_;
+    std::unique_ptr<base::FileOpener> files_ = support::machineFiles();
 };
 
 TEST_F(CheckSamples, FilesOfOtherProgramsAreSound) {

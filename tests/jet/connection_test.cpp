@@ -103,7 +103,7 @@ TEST_F(ConnectionTest, TwoConnectionsSeeEachOthersRows) {
 }
 
 TEST_F(ConnectionTest, OnePathOrAnotherIsOneFile) {
-    const std::string link = folder.makeLink("link.mdb", path);
+    const std::string link = folder.makeHardLink("link.mdb", "test.mdb");
     OpenTable one(engine, path, "media");
     OpenTable two(engine, link, "media");
     one.rows.addNew();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,7 @@
 #include "jet/database.h"
 #include "jet/engine.h"
 #include "jet/recordset.h"
-#include "platform/posix/posix_file_opener.h"
+#include "tests/support/machine_files.h"
 #include "tests/support/temporary_folder.h"
 
 namespace jet_test {
@@ -107,7 +108,8 @@ class EngineTest : public testing::Test {
     }
 
     support::TemporaryFolder folder;
-    platform::posix::PosixFileOpener files;
+    std::unique_ptr<base::FileOpener> opener = support::machineFiles();
+    base::FileOpener& files = *opener;
     jet::Engine engine{files};
     std::vector<std::string> made;  ///< databases to be checked at the end
 };

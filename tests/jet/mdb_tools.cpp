@@ -117,22 +117,6 @@ std::string normalForm(const jet::Field& field, const std::string& text) {
 
 }  // namespace
 
-std::string outputOf(const std::string& command) {
-    FILE* const pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        throw std::runtime_error("cannot run " + command);
-    }
-    std::string output;
-    std::array<char, 65536> buffer;
-    while (const std::size_t got = fread(buffer.data(), 1, buffer.size(), pipe)) {
-        output.append(buffer.data(), got);
-    }
-    if (pclose(pipe) != 0) {
-        throw std::runtime_error("this failed: " + command);
-    }
-    return output;
-}
-
 std::string shellQuoted(std::string_view text) {
     std::string quoted = "'";
     for (const char c : text) {

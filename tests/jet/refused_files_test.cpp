@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string>
 
+#include "base/file_path.h"
 #include "jet/header_page.h"
 #include "tests/jet/engine_fixture.h"
 
@@ -22,7 +23,7 @@ class RefusedFile : public EngineTest {
     /// `words`.
     void expectRefused(const std::string& content, EngineFault fault, const std::string& words) {
         const std::string path = folder.pathOf("file.mdb");
-        std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
+        std::ofstream(base::filePath(path), std::ios::binary | std::ios::trunc) << content;
         expectRefusedAt(path, fault, words);
         EXPECT_EQ(contentOf(path), content) << "the file was changed";
     }
@@ -33,7 +34,7 @@ class RefusedFile : public EngineTest {
         EXPECT_EQ(text.find('\n'), std::string::npos);
     }
     static std::string contentOf(const std::string& path) {
-        std::ifstream in(path, std::ios::binary);
+        std::ifstream in(base::filePath(path), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
 

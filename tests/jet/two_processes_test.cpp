@@ -3,18 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <functional>
 #include <string>
+#include <vector>
 
-#include "base/failure.h"
 #include "tests/jet/engine_fixture.h"
 #include "tests/support/other_process.h"
 
 namespace jet_test {
 
 namespace {
-
-using base::EngineFault;
 
 jet::TableDefinition numbers() { return {"numbers", {{"N", jet::DataType::Long}}, {}}; }
 
@@ -30,30 +27,17 @@ class TwoProcesses : public EngineTest {
   protected:
     TwoProcesses() { path = makeDatabase(jet::FileFormat::Jet4, numbers()); }
 
-    /// What happens to a process of its own that reads all rows: their number, or minus the fault.
+    /// What a process of its own comes to that reads all rows: their number, or how it failed.
     int readElsewhere(int waitMilliseconds = 100) {
-        return support::inOtherProcess([&] { return attempt(waitMilliseconds, false); });
+        return support::OtherProcess(visit("read", waitMilliseconds)).wait();
     }
     int writeElsewhere(int waitMilliseconds = 100) {
-        return support::inOtherProcess([&] { return attempt(waitMilliseconds, true); });
+        return support::OtherProcess(visit("write", waitMilliseconds)).wait();
+    }
+    std::vector<std::string> visit(const std::string& work, int waitMilliseconds) const {
+        return {JET_VISITOR_PATH, path, work, std::to_string(waitMilliseconds)};
     }
     static constexpr int inUse = 100;
-
-    int attempt(int waitMilliseconds, bool write) {
-        platform::posix::PosixFileOpener otherFiles;
-        jet::Engine other(otherFiles, {.lockWaitMilliseconds = waitMilliseconds});
-        try {
-            OpenTable open(other, path, "numbers");
-            if (write) {
-                addNumber(open, 1);
-                open.connection.close();
-                return 0;
-            }
-            return static_cast<int>(remainingRows(open.rows).size());
-        } catch (const base::EngineFailure& failure) {
-            return failure.fault() == EngineFault::InUse ? inUse : inUse + 1;
-        }
-    }
 
     std::string path;
 };
@@ -97,7 +81,7 @@ TEST_F(TwoProcesses, InUseIsSaidAfterAShortWait) {
 TEST_F(TwoProcesses, AWaitingReaderGoesOnWhenTheWriterIsDone) {
     auto open = std::make_unique<OpenTable>(engine, path, "numbers");
     addNumber(*open, 1);
-    support::OtherProcess reader([&] { return attempt(20000, false); });
+    support::OtherProcess reader(visit("read", 20000));
     files.pause(200);
     addNumber(*open, 2);
     open->connection.close();
@@ -106,16 +90,7 @@ TEST_F(TwoProcesses, AWaitingReaderGoesOnWhenTheWriterIsDone) {
 }
 
 TEST_F(TwoProcesses, AWriterThatIsKilledLeavesNoLock) {
-    support::OtherProcess writer([&] {
-        platform::posix::PosixFileOpener otherFiles;
-        jet::Engine other(otherFiles);
-        OpenTable open(other, path, "numbers");
-        addNumber(open, 1);
-        open.connection.flush();
-        addNumber(open, 2);
-        support::OtherProcess::endAtOnce(7);
-        return 0;
-    });
+    support::OtherProcess writer(visit("be killed", 100));
     EXPECT_EQ(writer.wait(), 7);
     OpenTable open(engine, path, "numbers");
     EXPECT_EQ(remainingRows(open.rows).size(), 1u);

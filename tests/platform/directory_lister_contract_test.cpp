@@ -4,14 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "platform/directory_lister.h"
-#include "platform/posix/posix_directory_lister.h"
-#include "platform/posix/type_names.h"
+#include "tests/platform/machine_parts.h"
 #include "tests/support/fake_disk.h"
 #include "tests/support/temporary_folder.h"
 
@@ -51,9 +52,9 @@ class FakeSubject : public Subject {
     support::FakeDisk disk_;
 };
 
-class PosixSubject : public Subject {
+class MachineSubject : public Subject {
   public:
-    explicit PosixSubject(std::size_t keptNames) : keptNames_(keptNames) {}
+    explicit MachineSubject(ListerForm form) : form_(std::move(form)) {}
     void addFolder(const std::string& name) override { folder_.makeFolder(name); }
     void addFile(const std::string& name, std::uint64_t size, FileTime lastWrite) override {
         folder_.makeSparseFile(name, size);
@@ -62,36 +63,34 @@ class PosixSubject : public Subject {
     }
     void remove(const std::string& name) override { folder_.remove(name); }
     std::unique_ptr<DirectoryLister> lister() override {
-        return std::make_unique<posix::PosixDirectoryLister>(
-            [this](char letter) {
-                return letter == 'd' ? std::optional(folder_.path()) : std::nullopt;
-            },
-            typeNames_, keptNames_);
+        return form_.make([this](char letter) {
+            return letter == 'd' ? std::optional(folder_.path()) : std::nullopt;
+        });
     }
 
   private:
     support::TemporaryFolder folder_;
-    posix::TypeNames typeNames_;
-    std::size_t keptNames_;
+    ListerForm form_;
 };
 
-enum class Kind { Fake, Posix, PosixInParts };
+/// A name for the lister under test, and what makes its subject.
+struct SubjectForm {
+    std::string name;
+    std::function<std::unique_ptr<Subject>()> make;
+};
 
-class DirectoryListerContract : public testing::TestWithParam<Kind> {
-  protected:
-    DirectoryListerContract() {
-        switch (GetParam()) {
-            case Kind::Fake:
-                subject_ = std::make_unique<FakeSubject>();
-                break;
-            case Kind::Posix:
-                subject_ = std::make_unique<PosixSubject>(posix::PosixDirectoryLister::mostKept);
-                break;
-            case Kind::PosixInParts:
-                subject_ = std::make_unique<PosixSubject>(2);
-                break;
-        }
+std::vector<SubjectForm> subjects() {
+    std::vector<SubjectForm> forms{{"Fake", [] { return std::make_unique<FakeSubject>(); }}};
+    for (const ListerForm& lister : machineListers()) {
+        forms.push_back(
+            {lister.name, [lister] { return std::make_unique<MachineSubject>(lister); }});
     }
+    return forms;
+}
+
+class DirectoryListerContract : public testing::TestWithParam<SubjectForm> {
+  protected:
+    DirectoryListerContract() : subject_(GetParam().make()) {}
 
     static std::vector<FindData> all(Listing& listing) {
         std::vector<FindData> entries;
@@ -310,27 +309,22 @@ TEST_P(DirectoryListerContract, AfterTheLastNameTheDataStaysAsItWas) {
     EXPECT_EQ(data.nFileSizeLow, 5U);
 }
 
-TEST_P(DirectoryListerContract, TypeNamesOfFoldersAndFiles) {
+TEST_P(DirectoryListerContract, TypeNamesOfFoldersAndFilesDifferAndHave80CharactersAtMost) {
     subject_->addFolder("folder.pdf");
     subject_->addFile("file", 1, {});
     const auto lister = subject_->lister();
-    EXPECT_EQ(lister->typeName("d:\\folder.pdf"), "Folder");
-    EXPECT_EQ(lister->typeName("d:\\file"), "File");
+    std::vector<std::string> types;
+    for (const char* const path : {"d:\\folder.pdf", "d:\\file"}) {
+        const std::string type = lister->typeName(path);
+        EXPECT_LE(base::utf16Length(type), 80U);
+        types.emplace_back(type.c_str());  // without the padding
+        EXPECT_NE(types.back(), "");
+    }
+    EXPECT_NE(types[0], types[1]);
 }
 
-INSTANTIATE_TEST_SUITE_P(Listers, DirectoryListerContract,
-                         testing::Values(Kind::Fake, Kind::Posix, Kind::PosixInParts),
-                         [](const auto& lister) {
-                             switch (lister.param) {
-                                 case Kind::Fake:
-                                     return "Fake";
-                                 case Kind::Posix:
-                                     return "Posix";
-                                 case Kind::PosixInParts:
-                                     break;
-                             }
-                             return "PosixInParts";
-                         });
+INSTANTIATE_TEST_SUITE_P(Listers, DirectoryListerContract, testing::ValuesIn(subjects()),
+                         [](const auto& lister) { return lister.param.name; });
 
 }  // namespace
 }  // namespace platform

@@ -7,7 +7,7 @@
 
 #include "base/failure.h"
 #include "platform/drives.h"
-#include "platform/posix/posix_drives.h"
+#include "tests/platform/machine_parts.h"
 #include "tests/support/fake_drives.h"
 #include "tests/support/memory_profile.h"
 #include "tests/support/temporary_folder.h"
@@ -40,22 +40,22 @@ class FakeSubject : public Subject {
     support::FakeDrives drives_;
 };
 
-class PosixSubject : public Subject {
+class MachineSubject : public Subject {
   public:
-    PosixSubject() {
+    MachineSubject() {
         profile_.files["vdln.ini"] = "[drives]\np=" + folder_.makeFolder("Photos") + "\n";
     }
-    Drives& drives() override { return drives_; }
+    Drives& drives() override { return *drives_; }
     void takeMediumAway() override { folder_.remove("Photos"); }
     std::string someFolder() override { return folder_.makeFolder("folder"); }
 
   private:
     support::TemporaryFolder folder_;
     support::MemoryProfile profile_;
-    posix::PosixDrives drives_{profile_, "vdln.ini"};
+    std::unique_ptr<Drives> drives_ = machineDrives(profile_, "vdln.ini");
 };
 
-enum class Kind { Fake, Posix };
+enum class Kind { Fake, Machine };
 
 class DrivesContract : public testing::TestWithParam<Kind> {
   protected:
@@ -63,7 +63,7 @@ class DrivesContract : public testing::TestWithParam<Kind> {
         if (GetParam() == Kind::Fake) {
             subject_ = std::make_unique<FakeSubject>();
         } else {
-            subject_ = std::make_unique<PosixSubject>();
+            subject_ = std::make_unique<MachineSubject>();
         }
     }
     Drives& drives() { return subject_->drives(); }
@@ -149,9 +149,9 @@ TEST_P(DrivesContract, AFolderMadeADriveTakesAFreeLetter) {
     EXPECT_EQ(entryOf('p').label, "Photos");
 }
 
-INSTANTIATE_TEST_SUITE_P(Machines, DrivesContract, testing::Values(Kind::Fake, Kind::Posix),
+INSTANTIATE_TEST_SUITE_P(Machines, DrivesContract, testing::Values(Kind::Fake, Kind::Machine),
                          [](const auto& machine) {
-                             return machine.param == Kind::Fake ? "Fake" : "Posix";
+                             return machine.param == Kind::Fake ? "Fake" : "Machine";
                          });
 
 }  // namespace

@@ -40,7 +40,7 @@ TEST_F(IniTest, SettingsPathIsWorkedOutAnewAtEveryReading) {
     EXPECT_EQ(state.settingsPath, path);
     machine.fakeShell.folder = "/elsewhere";
     machine.profile.files["/elsewhere/settings/vdln.ini"] =
-        "[recentarchives]\ncurrent=/there/b.mdb\n";
+        "[recentarchives]\ncurrent=d:\\there\\b.mdb\n";
     loadSettings(state, machine.fakeShell, machine.profile);
     EXPECT_EQ(state.settingsPath, "/elsewhere/settings/vdln.ini");
     EXPECT_EQ(state.archiveName, "b.mdb");

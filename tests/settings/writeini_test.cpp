@@ -136,10 +136,10 @@ TEST(WriteIniOnDisk, SettingsSurviveTheWayThroughAFile) {
     platform::FilePrivateProfile profile;
     support::ScriptedMessageBox messages;
     base::ProgramState state;
-    state.archiveFolder = "/home/Ærø/";
+    state.archiveFolder = "d:\\Ærø\\";
     state.archiveName = " catalogue.mdb ";
-    state.recentArchives[1] = {"/home/Ærø/", "\"quoted\""};
-    state.recentArchives[5] = {"/日本/", "語.mdb"};
+    state.recentArchives[1] = {"d:\\Ærø\\", "\"quoted\""};
+    state.recentArchives[5] = {"d:\\日本\\", "語.mdb"};
     saveSettings(state, shell, profile, messages);
     base::ProgramState loaded;
     loadSettings(loaded, shell, profile);

@@ -1,28 +1,27 @@
 #pragma once
 
-#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace support {
 
-/// Runs a function in a process of its own, a copy of this one; its result (0 to 254) is the exit
-/// code. Only that process's own objects may be used there; it ends without running destructors of
-/// others.
+/// A program that runs beside this one. Its exit code (0 to 254) is its answer.
 class OtherProcess {
   public:
-    explicit OtherProcess(const std::function<int()>& run);
+    /// `command` is the program's path followed by its arguments.
+    explicit OtherProcess(const std::vector<std::string>& command);
     OtherProcess(const OtherProcess&) = delete;
     OtherProcess& operator=(const OtherProcess&) = delete;
+    /// Waits for its end.
     ~OtherProcess();
 
-    /// Waits for its end; 255 when it did not end by itself or with an exception.
+    /// Waits for its end; 255 when it could not be started or did not end by itself.
     int wait();
-    /// Ends the calling process as a kill does: no destructor runs.
-    [[noreturn]] static void endAtOnce(int code);
 
   private:
-    int process_ = 0;
+    class Running;
+    std::unique_ptr<Running> running_;
 };
-
-inline int inOtherProcess(const std::function<int()>& run) { return OtherProcess(run).wait(); }
 
 }  // namespace support

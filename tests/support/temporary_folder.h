@@ -24,20 +24,27 @@ class TemporaryFolder {
     std::string makeFolder(std::string_view name);
     /// A file of that size that takes no room on the disk.
     std::string makeSparseFile(std::string_view name, std::uint64_t size);
-    /// A symbolic link to `target`, which is taken as it is.
-    std::string makeLink(std::string_view name, std::string_view target);
     std::string makeHardLink(std::string_view name, std::string_view existing);
-    std::string makeFifo(std::string_view name);
 
     /// Sets the last-write time, in seconds since 1970-01-01 UTC (may be negative).
     void setModified(std::string_view name, std::int64_t seconds);
-    void setPermissions(std::string_view name, unsigned mode);
     void remove(std::string_view name);
 
     std::string read(std::string_view name) const;
     bool exists(std::string_view name) const;
 
+    // Only on systems of the POSIX family:
+
+    /// A symbolic link to `target`, which is taken as it is.
+    std::string makeLink(std::string_view name, std::string_view target);
+    std::string makeFifo(std::string_view name);
+    void setPermissions(std::string_view name, unsigned mode);
+
   private:
+    /// A new folder under the system's place for such, by its full path.
+    static std::string madeFolder();
+    /// Takes a file or a folder with all that is in it away, if it is there.
+    static void removeAll(const std::string& path);
     std::string prepared(std::string_view name) const;
 
     std::string path_;

@@ -52,6 +52,10 @@ void note(int /*signal*/) {
 
 }  // namespace
 
+std::vector<std::string> programArguments(int count, char** arguments) {
+    return {arguments + (count > 0 ? 1 : 0), arguments + count};
+}
+
 bool isTerminal(StandardStream stream) { return ::isatty(numberOf(stream)) == 1; }
 
 int terminalColumns() {

@@ -13,14 +13,10 @@
 #include "platform/path_rules.h"
 #include "platform/posix/mount_table.h"
 #include "platform/posix/system_failure.h"
-#include "platform/private_profile.h"
 
 namespace platform::posix {
 
 namespace {
-
-constexpr const char* drivesSection = "drives";
-constexpr std::size_t longestFolder = 4096 + 1;
 
 CountHalves halvesOf(std::uint64_t count) {
     return {static_cast<std::int32_t>(static_cast<std::uint32_t>(count)),
@@ -94,32 +90,18 @@ class PosixFileSystemObject : public FileSystemObject {
 }  // namespace
 
 PosixDrives::PosixDrives(PrivateProfile& profile, std::string settingsFilePath)
-    : profile_(profile), settingsFilePath_(std::move(settingsFilePath)) {}
+    : folderDrives_(profile, std::move(settingsFilePath)) {}
 
 PosixDrives::Moment PosixDrives::look() {
-    Moment moment{readMountTable(), readFolderDrives(), {}};
+    Moment moment{readMountTable(), {}, {}};
+    for (const auto& [letter, folder] : folderDrives_.read()) {
+        moment.folderDrives[letter] = {letter, {}, folder, 0};
+    }
     for (const Mount& mount : mediaAmong(moment.mounts)) {
         moment.drives.push_back({'c', {}, mount.folder, 0});
     }
     moment.drives = withFolderDrives(withLetters(std::move(moment.drives)), moment.folderDrives);
     return moment;
-}
-
-/// The folders made drives. Those of this run have letters that were free, so that the settings
-/// file does not meet them.
-std::map<char, DriveListEntry> PosixDrives::readFolderDrives() {
-    std::map<char, DriveListEntry> drives;
-    for (const auto& [letter, folder] : madeForThisRun_) {
-        drives[letter] = {letter, {}, folder, 0};
-    }
-    for (char letter = 'a'; letter <= 'z'; ++letter) {
-        std::string folder = profile_.getString(drivesSection, std::string_view(&letter, 1), "",
-                                                longestFolder, settingsFilePath_);
-        if (!folder.empty()) {
-            drives.emplace(letter, DriveListEntry{letter, {}, std::move(folder), 0});
-        }
-    }
-    return drives;
 }
 
 /// The drive with its label and type, for which its device is asked.
@@ -193,7 +175,7 @@ char PosixDrives::makeFolderDrive(const std::string& folder) {
     if (letter == 0) {
         throw base::FileFailure(folder + ": all drive letters are taken");
     }
-    madeForThisRun_[letter] = full.string();
+    folderDrives_.addForThisRun(letter, full.string());
     return letter;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/drives.h"
+#include "platform/folder_drives.h"
 #include "platform/mount_rules.h"
 
 namespace platform {
@@ -42,13 +43,10 @@ class PosixDrives : public Drives {
     };
 
     Moment look();
-    std::map<char, DriveListEntry> readFolderDrives();
     static DriveListEntry described(const Moment& moment, DriveListEntry drive);
     static const DriveListEntry* withLetter(const Moment& moment, char letter);
 
-    PrivateProfile& profile_;
-    std::string settingsFilePath_;
-    std::map<char, std::string> madeForThisRun_;
+    FolderDrives folderDrives_;
 };
 
 }  // namespace platform::posix
