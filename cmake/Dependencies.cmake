@@ -41,6 +41,7 @@ if(VERDOLIN_SEARCH)
 endif()
 if(VERDOLIN_DESKTOP)
   verdolin_find(Qt6 Qt6::Widgets qt6-base-dev COMPONENTS Widgets)
+  verdolin_find(Qt6 Qt6::PrintSupport qt6-base-dev COMPONENTS PrintSupport)
   verdolin_find(Qt6 Qt6::Svg qt6-svg-dev COMPONENTS Svg)
   # The two movies need these; without them the program's movie areas stay empty.
   find_package(PkgConfig QUIET)

@@ -127,6 +127,39 @@ void ExploreArchive::clickNode(std::string key) {
     fillRecordList(key);
 }
 
+bool ExploreArchive::showFolder(std::int32_t mediaId, const std::string& key) {
+    const std::string medium = mediumKey(mediaId);
+    if (shown_ != state_.currentArchive() || numberOf(medium) == 0) {
+        exploreArchive();
+    }
+    if (numberOf(medium) == 0) {
+        return false;
+    }
+    const base::ArchiveLocation shown = shown_;
+    if (isUnread(medium)) {
+        readMedium(medium);
+    } else if (!isReadLast(medium)) {
+        const LoadingShown loading(commands_);
+        loadMediaRecords(medium);
+    }
+    if (shown_ != shown) {
+        return false;
+    }
+    state_.viewMode = "archive";
+    fillRecordList(key);
+    return true;
+}
+
+/// Whether the shared lists hold that medium.
+bool ExploreArchive::isReadLast(const std::string& key) const {
+    const auto holdsOther = [&](const base::NumberedList<base::ScanEntry>& list) {
+        return lastNumber(list) > 0 && mediumKey(list[1].mediaId) != key;
+    };
+    const bool isEmpty =
+        lastNumber(state_.archiveFolders) == 0 && lastNumber(state_.archiveFiles) == 0;
+    return !isEmpty && !holdsOther(state_.archiveFolders) && !holdsOther(state_.archiveFiles);
+}
+
 void ExploreArchive::readMedium(const std::string& key) {
     const LoadingShown loading(commands_);
     const base::ArchiveLocation shown = shown_;

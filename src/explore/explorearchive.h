@@ -42,6 +42,11 @@ class ExploreArchive {
     /// that lie directly in the node.
     void clickNode(std::string key);
 
+    /// Lists the files in the folder of that key, which lies on that medium, as a click on its node
+    /// does, but whatever medium was read last; the archive is explored where its tree is not there
+    /// yet. False where the tree has no such node.
+    bool showFolder(std::int32_t mediaId, const std::string& key);
+
     /// Empties the list and puts ten columns in front of those that are there.
     void setupRecordColumns();
     /// One root for each medium. Any failure ends it with a message; the nodes added so far stay.
@@ -60,6 +65,7 @@ class ExploreArchive {
     void readMedium(const std::string& key);
     std::int64_t numberOf(const std::string& key) const;
     bool isUnread(const std::string& key) const;
+    bool isReadLast(const std::string& key) const;
     void markAsRead(const std::string& key);
 
     base::ProgramState& state_;

@@ -22,8 +22,8 @@ std::array<unsigned char, 256> makeFrequencies() {
             static_cast<unsigned char>(frequent.size() - i + 1);
     }
     // The first bytes of letters of whole alphabets; what follows them tells more.
-    for (const std::size_t lead : {0xC3, 0xC4, 0xC5, 0xCE, 0xCF, 0xD0, 0xD1, 0xE3, 0xE4, 0xEF}) {
-        result[lead] = 20;
+    for (const int lead : {0xC3, 0xC4, 0xC5, 0xCE, 0xCF, 0xD0, 0xD1, 0xE3, 0xE4, 0xEF}) {
+        result[static_cast<std::size_t>(lead)] = 20;
     }
     return result;
 }

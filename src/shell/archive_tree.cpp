@@ -101,6 +101,13 @@ QTreeWidgetItem* ArchiveTree::node(const std::string& key) const {
     return found == nodes_.end() ? nullptr : found->second;
 }
 
+void ArchiveTree::showNode(const std::string& key) {
+    if (QTreeWidgetItem* found = node(key)) {
+        setCurrentItem(found);
+        scrollToItem(found);
+    }
+}
+
 const std::string& ArchiveTree::keyOf(const QTreeWidgetItem* item) {
     return static_cast<const Node*>(item)->key();
 }

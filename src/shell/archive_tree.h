@@ -39,6 +39,8 @@ class ArchiveTree : public QTreeWidget, public explore::TreeControl {
 
     /// The node of that key; null where there is none.
     QTreeWidgetItem* node(const std::string& key) const;
+    /// Makes the node of that key current and brings it into view, without clicking it.
+    void showNode(const std::string& key);
     /// The key of a node of this tree.
     static const std::string& keyOf(const QTreeWidgetItem* item);
 

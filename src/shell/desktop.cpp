@@ -1,6 +1,8 @@
 #include "shell/desktop.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QUrl>
 #include <QWindow>
 
 #include "archive/makedb.h"
@@ -11,6 +13,8 @@
 #include "platform/platform.h"
 #include "save/form_save.h"
 #include "scan/form_scan.h"
+#include "search/form_search.h"
+#include "search/search.h"
 #include "shell/archive_tree.h"
 #include "shell/form_about.h"
 #include "shell/form_flashloading.h"
@@ -43,7 +47,8 @@ Desktop::Desktop(DesktopParts parts)
               return archive::createArchive(parts_.engine, archive);
           },
           openCommands()),
-      scan_(parts_.state, parts_.engine, parts_.platform, events_, scanDisplay_) {}
+      scan_(parts_.state, parts_.engine, parts_.platform, events_, scanDisplay_),
+      searchLibrary_(searchHost()) {}
 
 Desktop::~Desktop() = default;
 
@@ -104,6 +109,8 @@ void Desktop::createMainWindow() {
     commands.exitProgram = [this] { endProgram(); };
     commands.scanForArchive = [this] { showScanWindow(); };
     commands.saveIntoArchive = [this] { showSaveWindow(); };
+    commands.search = [this] { showSearchWindow(); };
+    commands.createSearchWindow = [this] { createSearchWindow(); };
     commands.showKeywords = [this] { showKeywords(); };
     commands.showAbout = [this] { showAbout(); };
     commands.createLoadingWindow = [this] { loading(); };
@@ -189,6 +196,43 @@ void Desktop::createSaveWindow() {
     window->load();
     keepInFront(*window);
     saveWindow_.put(std::move(window));
+}
+
+search::SearchHost Desktop::searchHost() {
+    return {parts_.boundary,
+            parts_.messages,
+            parts_.engine,
+            parts_.platform,
+            [this](const search::FoundEntry& entry) { showEntry(entry); },
+            [](const std::string& path) {
+                QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+            }};
+}
+
+void Desktop::createSearchWindow() {
+    if (!search_) {
+        search_ =
+            std::make_unique<search::FormSearch>([this] { return searchLibrary_.makeControl(); });
+    }
+}
+
+void Desktop::showSearchWindow() {
+    search::showSearch(parts_.state, [this]() -> search::SearchFrame& {
+        createSearchWindow();
+        return *search_;
+    });
+}
+
+void Desktop::showEntry(const search::FoundEntry& entry) {
+    bringToFront(*main_);
+    // A folder is shown by what is in it, as the list holds files only.
+    const std::string key = entry.isFolder ? entry.path + "\\" + entry.name : entry.path;
+    if (!explore_->showFolder(entry.mediaId, key)) {
+        return;
+    }
+    Workspace& workspace = main_->workspace();
+    workspace.tree()->showNode(key);
+    workspace.list()->selectRow(entry.isFolder ? std::string() : entry.name);
 }
 
 void Desktop::collectKeywords() {

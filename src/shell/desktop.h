@@ -13,6 +13,7 @@
 #include "shell/help_window.h"
 #include "shell/movie_library.h"
 #include "shell/scan_display.h"
+#include "shell/search_library.h"
 #include "shell/system_file_dialogs.h"
 #include "shell/window_events.h"
 #include "shell/window_place.h"
@@ -36,6 +37,10 @@ class FormSave;
 }
 namespace scan {
 class FormScan;
+}
+
+namespace search {
+class FormSearch;
 }
 
 namespace shell {
@@ -74,6 +79,10 @@ class Desktop {
     void showScanWindow();
     /// The save window, or a new one where there is none.
     void showSaveWindow();
+    /// The search window, handed the current archive.
+    void showSearchWindow();
+    /// An entry that was found: its node in the tree, and its line in the list.
+    void showEntry(const search::FoundEntry& entry);
     void showAbout();
     /// Ends the program at once: every window goes, nothing is asked, no settings are written.
     void endProgram();
@@ -84,6 +93,7 @@ class Desktop {
     open::FormOpen* openWindow() { return open_.get(); }
     scan::FormScan* scanWindow() { return scanWindow_.get(); }
     save::FormSave* saveWindow() { return saveWindow_.get(); }
+    search::FormSearch* searchWindow() { return search_.get(); }
     FormAbout* about() { return about_.get(); }
     HelpWindow* help() { return help_.window(); }
     FormFlashLoading& loading();
@@ -101,6 +111,8 @@ class Desktop {
     void setMainCaption(const std::string& caption);
     void createScanWindow();
     void createSaveWindow();
+    void createSearchWindow();
+    search::SearchHost searchHost();
     void keepInFront(QWidget& window);
     void collectKeywords();
     /// Made anew each time; returns when it has been closed.
@@ -115,6 +127,7 @@ class Desktop {
     open::ArchiveChoice choice_;
     ScanDisplay scanDisplay_;
     scan::DesktopScan scan_;
+    SearchLibrary searchLibrary_;
 
     std::unique_ptr<FormSplash> splash_;
     std::unique_ptr<FormFlashLoading> loading_;
@@ -125,6 +138,7 @@ class Desktop {
     WindowPlace<scan::FormScan> scanWindow_;
     WindowPlace<save::FormSave> saveWindow_;
     std::unique_ptr<explore::ExploreArchive> explore_;
+    std::unique_ptr<search::FormSearch> search_;
 };
 
 }  // namespace shell

@@ -79,6 +79,19 @@ std::vector<std::int64_t> RecordList::selectedPositions() const {
     return positions;
 }
 
+void RecordList::selectRow(const std::string& text) {
+    clearSelection();
+    const QString wanted = QString::fromStdString(text);
+    for (int row = 0; row < model_.rowCount(); ++row) {
+        const QModelIndex index = model_.index(row, 0);
+        if (!text.empty() && index.data().toString() == wanted) {
+            setCurrentIndex(index);
+            scrollTo(index);
+            return;
+        }
+    }
+}
+
 void RecordList::sortBy(int sortKey, RecordModel::Order order) {
     model_.setSorted(sortKey, order);
     showSorting();

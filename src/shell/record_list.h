@@ -28,6 +28,9 @@ class RecordList : public QTreeView, public explore::ListControl {
 
     /// Positions of the selected rows, from 1, in list order.
     std::vector<std::int64_t> selectedPositions() const;
+    /// Selects the first row of that own text alone, and brings it into view; without such a row
+    /// nothing is selected.
+    void selectRow(const std::string& text);
     /// Sorts by a column and shows by which, and in which direction.
     void sortBy(int sortKey, RecordModel::Order order);
 

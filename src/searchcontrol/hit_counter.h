@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+#include <span>
+
+#include "search/breakdown.h"
+#include "searchcontrol/slices.h"
+
+namespace searchcontrol {
+
+/// Counts the hits of a finished search by media, extensions, years, keywords and sizes.
+class HitCounter : public QObject {
+    Q_OBJECT
+
+  public:
+    HitCounter(base::EventBoundary& boundary, QObject* parent);
+
+    void start(std::shared_ptr<const search::Index> index, std::span<const search::Row> hits);
+    void stop();
+    bool isRunning() const { return slices_.isRunning(); }
+    /// Null until all is counted.
+    const search::Breakdown* counts() const { return isRunning() ? nullptr : counts_.get(); }
+
+  signals:
+    void counted();
+
+  private:
+    std::shared_ptr<const search::Index> index_;
+    std::unique_ptr<search::Breakdown> counts_;
+    Slices slices_;
+};
+
+}  // namespace searchcontrol

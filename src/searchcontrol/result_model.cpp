@@ -1,0 +1,82 @@
+#include "searchcontrol/result_model.h"
+
+#include <algorithm>
+
+#include "searchcontrol/texts.h"
+
+namespace searchcontrol {
+
+namespace {
+
+search::ResultColumn columnOf(int column) {
+    return search::allResultColumns[static_cast<std::size_t>(column)];
+}
+
+QString tipOf(const search::Index& index, search::Row row, search::ResultColumn column) {
+    if (column == search::ResultColumn::Size && !index.isFolder(row)) {
+        return index.isSizeKnown(row)
+                   ? countText(index.size(row), "byte", "bytes")
+                   : "size not known exactly: the archive holds sizes below 2 GB only";
+    }
+    // A tool tip would take a text that looks like it for marked-up text.
+    return shownCell(index, row, column).toHtmlEscaped();
+}
+
+}  // namespace
+
+void ResultModel::show(std::shared_ptr<const search::Index> index,
+                       std::span<const search::Row> hits) {
+    beginResetModel();
+    index_ = std::move(index);
+    hits_.assign(hits.begin(), hits.end());
+    endResetModel();
+}
+
+int ResultModel::placeOf(search::Row hit) const {
+    const auto found = std::find(hits_.begin(), hits_.end(), hit);
+    return found == hits_.end() ? -1 : static_cast<int>(found - hits_.begin());
+}
+
+void ResultModel::copiesCounted() {
+    const int column = static_cast<int>(search::ResultColumn::Copies);
+    if (!hits_.empty()) {
+        emit dataChanged(index(0, column), index(rowCount() - 1, column));
+    }
+}
+
+int ResultModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(hits_.size());
+}
+
+int ResultModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(search::allResultColumns.size());
+}
+
+QVariant ResultModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index_ == nullptr) {
+        return {};
+    }
+    const search::ResultColumn column = columnOf(index.column());
+    switch (role) {
+        case Qt::DisplayRole:
+            return shownCell(*index_, hit(index.row()), column);
+        case Qt::ToolTipRole:
+            return tipOf(*index_, hit(index.row()), column);
+        case Qt::TextAlignmentRole:
+            return static_cast<int>(Qt::AlignVCenter |
+                                    (search::isNumber(column) ? Qt::AlignRight : Qt::AlignLeft));
+        default:
+            return {};
+    }
+}
+
+QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole) {
+        return text(search::columnTitle(columnOf(section)));
+    }
+    return orientation == Qt::Horizontal
+               ? QAbstractTableModel::headerData(section, orientation, role)
+               : QVariant();
+}
+
+}  // namespace searchcontrol
