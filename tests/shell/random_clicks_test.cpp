@@ -159,6 +159,12 @@ class RandomClicksTest : public testing::Test {
         const bool isFolder = entry.Folder == "folder";
         EXPECT_TRUE(isFolder || entry.Folder == "file") << entry.Folder;
         EXPECT_EQ(entry.FileName.starts_with("folder"), isFolder) << entry.FileName;
+        if (entry.path.empty()) {
+            // A scan of a drive that was not ready when it was chosen fails in the middle of its
+            // first entry, which stays in the list as far as it got.
+            EXPECT_EQ(entry.DateCreated + entry.DateModified, "") << entry.FileName;
+            return;
+        }
         const std::string place = entry.path.substr(entry.path.find(':') + 1);
         EXPECT_TRUE(machine.disk.find("d:" + place + "\\" + entry.FileName) != nullptr ||
                     machine.disk.find("e:" + place + "\\" + entry.FileName) != nullptr)
