@@ -22,11 +22,16 @@ namespace {
 constexpr std::int64_t mostShownEntries = std::numeric_limits<std::int16_t>::max();
 
 ListItem itemOf(const base::ScanEntry& entry) {
-    return {entry.FileName,     entry.path,
-            entry.Folder,       entry.Type,
-            entry.keywords,     entry.Notes1,
-            entry.Notes2,       entry.DateCreated,
-            entry.DateModified, std::to_string(entry.Size)};
+    // Not from a list in braces, out of which every text would be copied once more.
+    ListItem item;
+    item.reserve(10);
+    for (const std::string* text :
+         {&entry.FileName, &entry.path, &entry.Folder, &entry.Type, &entry.keywords, &entry.Notes1,
+          &entry.Notes2, &entry.DateCreated, &entry.DateModified}) {
+        item.push_back(*text);
+    }
+    item.push_back(std::to_string(entry.Size));
+    return item;
 }
 
 std::string megabytesText(std::int32_t megabytes, std::string_view thousandsSeparator) {
