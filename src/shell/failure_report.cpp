@@ -45,8 +45,7 @@ std::string_view adviceFor(base::EngineFault fault) {
             return "Choose another name.";
         case EngineFault::Value:
             return "The companion program \"vdln scan\" leaves out an entry that does not fit, "
-                   "says "
-                   "so and goes on.";
+                   "says so and goes on.";
         case EngineFault::InputOutput:
             return "Check that the disk with the archive can be reached, and choose the command "
                    "again.";
@@ -65,9 +64,8 @@ std::string_view adviceFor(const std::exception& failure) {
         return openAllTheSame;
     }
     if (dynamic_cast<const base::OverflowFailure*>(&failure) != nullptr) {
-        return "The desktop's scan holds 32,767 entries. The companion program \"vdln scan\" has "
-               "no "
-               "such limit.";
+        return "The desktop's scan holds 32,767 entries. The companion program \"vdln scan\" "
+               "has no such limit.";
     }
     if (dynamic_cast<const base::SubscriptFailure*>(&failure) != nullptr) {
         return "The lists have changed meanwhile. Select the records once more and choose the "
