@@ -350,9 +350,12 @@ TEST_F(FormScanTest, ASecondScanWalksInsideTheFirstAndTheFirstGoesOnBehindIt) {
     EXPECT_TRUE(boundary.failures.empty());
 }
 
-TEST_F(FormScanTest, ADoubleClickOnScanScansOnce) {
+TEST_F(FormScanTest, ADoubleClickOnScanScansInsideTheScan) {
     prepare();
     events.atEvents = [this] {
+        if (events.count != 2) {
+            return;
+        }
         // The second half of a double click comes while the first half walks.
         auto* button = find<QPushButton>("btnScan");
         const QPointF place = button->rect().center();
@@ -362,8 +365,8 @@ TEST_F(FormScanTest, ADoubleClickOnScanScansOnce) {
         QTest::mouseRelease(button, Qt::LeftButton);
     };
     click("btnScan");
-    EXPECT_EQ(main.names(), (Texts{"a", "f.txt", "g.txt"}));
-    EXPECT_EQ(events.count, 3);
+    EXPECT_EQ(main.names(), (Texts{"a", "f.txt", "g.txt", "g.txt"}));
+    EXPECT_EQ(events.count, 6);
 }
 
 TEST_F(FormScanTest, CancelDuringTheWalkUnloadsTheWindowAndTheWalkGoesOn) {
