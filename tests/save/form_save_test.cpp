@@ -128,7 +128,7 @@ TEST_F(FormSaveTest, ArchiveWithoutAnArchiveFailsAndTheWindowStays) {
     state.archiveFolder.clear();
     open();
     click("btnArchive");
-    EXPECT_EQ(boundary.failures.size(), 1U);
+    EXPECT_EQ(boundary.failures, Texts{"no archive is open to store the scan in"});
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(text("displayArchiving"), "Archiving . . .");
 }
