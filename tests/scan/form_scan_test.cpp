@@ -475,6 +475,29 @@ TEST_F(FormScanTest, DrivesThatComeAreListedWhenTheUserComesBack) {
     EXPECT_EQ(drives().size(), 3U);
 }
 
+TEST_F(FormScanTest, DrivesThatComeAndGoAreSeenWhileTheWindowIsShown) {
+    open();
+    machine.machineDrives.add('e', "CARD", 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return drives().size() == 3; }));
+    machine.machineDrives.remove('e');
+    EXPECT_TRUE(QTest::qWaitFor([this] { return drives().size() == 2; }));
+}
+
+TEST_F(FormScanTest, AnotherMediumInTheChosenDriveTakesThePlaceOfTheFormer) {
+    prepare();
+    machine.machineDrives.at('d').label = "OTHER";
+    find<QComboBox>("driveScan")->showPopup();
+    find<QComboBox>("driveScan")->hidePopup();
+    EXPECT_EQ(drives(), (Texts{"c: [SYSTEM]", "d: [OTHER]"}));
+    EXPECT_EQ(find<QComboBox>("driveScan")->currentText(), "d: [OTHER]");
+    EXPECT_EQ(state.currentMedia.mediaName, "photos 2001");
+    auto* list = find<QComboBox>("driveScan");
+    list->showPopup();
+    emit list->activated(list->currentIndex());
+    list->hidePopup();
+    EXPECT_EQ(state.currentMedia.mediaLabel, "OTHER");
+}
+
 TEST_F(FormScanTest, AChosenDriveStaysChosenWhenItIsGone) {
     prepare();
     machine.machineDrives.remove('d');
