@@ -5,13 +5,19 @@
 #include "base/checked.h"
 #include "base/failure.h"
 
-// The two failures of the known lists that a user can bring about, told apart from others of their
+// The failures of the known lists that a user can bring about, told apart from others of their
 // kind so that they can be explained.
 
 namespace keywords {
 
 /// A list of known texts could not be made, as no record of the archive has a text for it.
 class NothingCollectedFailure : public base::SubscriptFailure {
+  public:
+    using SubscriptFailure::SubscriptFailure;
+};
+
+/// A text cannot be made known, as the archive's texts are counted but could not be collected.
+class NothingToAddToFailure : public base::SubscriptFailure {
   public:
     using SubscriptFailure::SubscriptFailure;
 };

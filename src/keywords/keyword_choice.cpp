@@ -29,7 +29,14 @@ std::vector<std::string> textsOf(const KnownList& list, Listed listed) {
 }
 
 std::int64_t nextNumber(const KnownList& list, std::int64_t count) {
-    return count < 1 ? 1 : list.upperBound() + 1;
+    if (count < 1) {
+        return 1;
+    }
+    if (list.neverGrown()) {
+        throw NothingToAddToFailure(
+            "the known keywords and notes could not be collected when the archive was opened");
+    }
+    return list.upperBound() + 1;
 }
 
 void put(KnownList& list, std::int64_t number, const std::string& text) {

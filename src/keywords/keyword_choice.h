@@ -39,7 +39,7 @@ class KeywordChoice {
     /// Makes a text known, also an empty one and one that is known already. The number of the new
     /// entry is 1 while the list's counter is below 1, which cuts a list that holds more, and else
     /// one more than the list's last; a list that has a count but was never filled is a
-    /// SubscriptFailure.
+    /// NothingToAddToFailure.
     void addKeyword(const std::string& text);
     /// The same for notes; the 32,768th is a TooManyNotesFailure.
     void addNote(const std::string& text);

@@ -51,7 +51,7 @@ QString shown(const std::string& text) { return QString::fromStdString(text); }
 void showText(QLineEdit* box, const std::string& text) {
     box->setText(shown(text));
     box->setCursorPosition(0);
-    box->setToolTip(box->text().toHtmlEscaped());
+    box->setToolTip("<span>" + box->text().toHtmlEscaped() + "</span>");
 }
 
 }  // namespace
@@ -237,7 +237,7 @@ void FormOpen::fillRecentList() {
         const base::ArchiveLocation archive = choice_.row(position);
         auto* item = new QTreeWidgetItem({shown(archive.name), shown(archive.folder)});
         item->setSizeHint(0, {0, rowHeight()});
-        item->setToolTip(1, item->text(1).toHtmlEscaped());
+        item->setToolTip(1, "<span>" + item->text(1).toHtmlEscaped() + "</span>");
         listRecent_->addTopLevelItem(item);
     }
     // The row that "Open" will take stays visibly chosen.

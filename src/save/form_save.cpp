@@ -1,6 +1,5 @@
 #include "save/form_save.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QProgressBar>
@@ -61,8 +60,6 @@ void FormSave::createControls() {
     createProgress();
     btnArchive_ = createButton("btnArchive", "Archive", &FormSave::clickArchive);
     btnArchive_->setDefault(true);
-    // A double click would store the scan twice.
-    btnArchive_->installEventFilter(this);
     btnCancel_ = createButton("btnCancel", "Cancel", &FormSave::clickCancel);
     btnCancel_->setAutoDefault(false);
 }
@@ -182,10 +179,5 @@ int FormSave::selectedRow() const {
 }
 
 void FormSave::setProgress(std::int64_t entry) { progressArchive_->setValue(barNumber(entry)); }
-
-bool FormSave::eventFilter(QObject* watched, QEvent* event) {
-    return (watched == btnArchive_ && event->type() == QEvent::MouseButtonDblClick) ||
-           PassingWindow::eventFilter(watched, event);
-}
 
 }  // namespace save

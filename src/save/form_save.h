@@ -44,9 +44,6 @@ class FormSave : public controls::PassingWindow, private archive::SaveProgress {
     /// Reads the archive's media.
     void initMedia();
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     enum Way { New, Update, WayCount };
 

@@ -2,6 +2,7 @@
 
 #include "archive/archive_table.h"
 #include "archive/media_rows.h"
+#include "base/failure.h"
 #include "base/message_box.h"
 #include "scan/scan_list.h"
 
@@ -38,12 +39,21 @@ std::string SaveSession::mediumText(std::int64_t number) const {
            " as MediaID: " + std::to_string(media.mediaId);
 }
 
+void SaveSession::requireArchive() const {
+    if (!hasCurrentArchive()) {
+        throw base::EngineFailure(base::EngineFault::NotFound,
+                                  "no archive is open to store the scan in");
+    }
+}
+
 void SaveSession::saveNew(archive::SaveProgress& progress) {
+    requireArchive();
     data_.saveMedia(state_.currentMedia, archive::MediaSave::New, messages_);
     data_.saveRecords(state_.currentMedia, progress);
 }
 
 void SaveSession::saveUpdate(std::int64_t number, archive::SaveProgress& progress) {
+    requireArchive();
     const base::MediaInfo selected =
         archive::mediaForUpdate(saveMediaList_[number], state_.currentMedia);
     // Whatever was answered, the records are replaced.

@@ -45,7 +45,7 @@ class SaveSession {
     /// The line that stands for medium `number`, from 1.
     std::string mediumText(std::int64_t number) const;
 
-    /// Stores the scan as a new medium.
+    /// Stores the scan as a new medium. Without an archive, this and saveUpdate() fail.
     void saveNew(archive::SaveProgress& progress);
     /// Lets the scan take the place of medium `number`. When the archive holds something else for
     /// that medium by now, the user is asked; "no" spares the row of the medium, and its records
@@ -55,6 +55,9 @@ class SaveSession {
     void requireSelection();
 
   private:
+    /// EngineFailure (NotFound) when no archive is open.
+    void requireArchive() const;
+
     base::ProgramState& state_;
     jet::Engine& engine_;
     archive::Data& data_;

@@ -5,6 +5,7 @@
 #include "base/checked.h"
 #include "base/failure.h"
 #include "base/text.h"
+#include "scan/scan_limit_failure.h"
 
 namespace scan {
 namespace {
@@ -45,7 +46,7 @@ void dropFinalSeparator(std::string& path) {
 
 base::Int16 shownCount(std::int64_t count) {
     if (count > std::numeric_limits<std::int16_t>::max()) {
-        throw base::OverflowFailure(
+        throw ScanLimitFailure(
             "the scan was ended: a scan in this window holds 32,767 entries; the companion \"vdln "
             "scan\" has no such limit");
     }

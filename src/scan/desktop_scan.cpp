@@ -11,6 +11,7 @@
 #include "platform/directory_lister.h"
 #include "platform/drives.h"
 #include "platform/platform.h"
+#include "scan/scan_limit_failure.h"
 #include "scan/scan_list.h"
 #include "scan/scandriveapi.h"
 
@@ -139,7 +140,7 @@ void DesktopScan::fillScanList() {
     }
     main_.addItems(std::move(items));
     if (last > shown) {
-        throw base::OverflowFailure("the list shows the first 32,767 entries of the scan only");
+        throw ScanLimitFailure("the list shows the first 32,767 entries of the scan only");
     }
 }
 

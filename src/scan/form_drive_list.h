@@ -8,9 +8,10 @@
 
 namespace scan {
 
-/// The list of drives. It asks for the drives of the moment when it is opened, and whenever its
-/// owner says so. The chosen drive stays chosen, also when it has gone: what the user has chosen
-/// changes by the user's hand only.
+/// The list of drives. It asks for the drives of the moment when it is opened, whenever its
+/// owner says so, and every now and then while it is visible. The chosen drive stays chosen, also
+/// when it has gone: what the user has chosen changes by the user's hand only. Where another medium
+/// is in it by now, choosing it once more is a change like that of the drive.
 class DriveList : public QComboBox {
     Q_OBJECT
 
@@ -36,6 +37,7 @@ class DriveList : public QComboBox {
     std::function<std::vector<std::string>()> source_;
     std::function<void()> chosenAgain_;
     int indexWhenOpened_ = -1;
+    bool otherMedium_ = false;  // than when the chosen drive was chosen
 };
 
 }  // namespace scan

@@ -49,8 +49,6 @@ void FormScan::createControls() {
     progress_ = new controls::ProgressLine("displayProgress", frame);
     btnScan_ = createButton("btnScan", "Scan", &FormScan::scanDrive);
     btnScan_->setDefault(true);
-    // A double click would walk the drive twice at once.
-    btnScan_->installEventFilter(this);
     btnCancel_ = createButton("btnCancel", "Cancel", &FormScan::clickCancel);
     btnCancel_->setAutoDefault(false);
     layOut(frame);
@@ -192,11 +190,6 @@ void FormScan::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
         handle([this] { driveScan_->refresh(); });
     }
-}
-
-bool FormScan::eventFilter(QObject* watched, QEvent* event) {
-    return (watched == btnScan_ && event->type() == QEvent::MouseButtonDblClick) ||
-           PassingWindow::eventFilter(watched, event);
 }
 
 }  // namespace scan

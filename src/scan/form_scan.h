@@ -58,7 +58,6 @@ class FormScan : public controls::PassingWindow, private ProgressDisplay {
 
   protected:
     void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void createControls();

@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "keywords/collection_failures.h"
+#include "scan/scan_limit_failure.h"
 
 namespace shell {
 
@@ -63,9 +64,16 @@ std::string_view adviceFor(const std::exception& failure) {
     if (dynamic_cast<const keywords::TooManyNotesFailure*>(&failure) != nullptr) {
         return openAllTheSame;
     }
-    if (dynamic_cast<const base::OverflowFailure*>(&failure) != nullptr) {
+    if (dynamic_cast<const keywords::NothingToAddToFailure*>(&failure) != nullptr) {
+        return "Nothing can be added until an archive is opened that holds notes and keywords.";
+    }
+    if (dynamic_cast<const scan::ScanLimitFailure*>(&failure) != nullptr) {
         return "The desktop's scan holds 32,767 entries. The companion program \"vdln scan\" "
                "has no such limit.";
+    }
+    if (dynamic_cast<const base::OverflowFailure*>(&failure) != nullptr) {
+        return "The windows count some things up to 32,767 only. Choose less, or use the companion "
+               "program \"vdln\".";
     }
     if (dynamic_cast<const base::SubscriptFailure*>(&failure) != nullptr) {
         return "The lists have changed meanwhile. Select the records once more and choose the "

@@ -7,12 +7,15 @@
 #include <algorithm>
 #include <limits>
 
+#include "controls/progress_line.h"
+
 namespace shell {
 
 namespace {
 
 constexpr int smallestWidth = 420;
-constexpr int pictureMilliseconds = 33;
+constexpr int millisecondsBetweenPaintings = 40;
+constexpr int millisecondsToTheLast = 400;
 
 /// The bar's numbers are narrower than the count of an archive's records may be.
 int barNumber(std::int64_t number) {
@@ -31,31 +34,37 @@ FormProgress::FormProgress() {
     progressInit_ = new QProgressBar(this);
     progressInit_->setObjectName("progressInit");
     progressInit_->setAccessibleName("Progress");
-    displayProgress_ = new QLabel(this);
-    displayProgress_->setObjectName("displayProgress");
-    displayProgress_->setTextFormat(Qt::PlainText);
+    line_ = new controls::ProgressLine("displayProgress", this);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(label1);
     layout->addWidget(progressInit_);
-    layout->addWidget(displayProgress_);
+    layout->addWidget(line_);
     layout->addStretch();
 }
 
 void FormProgress::setRange(std::int64_t minimum, std::int64_t maximum) {
     progressInit_->setRange(barNumber(minimum), barNumber(maximum));
-    position_ = minimum;
-    drawNow();
+    progressInit_->setValue(barNumber(minimum));
 }
 
 void FormProgress::setPosition(std::int64_t position) {
-    position_ = position;
-    drawSoon();
+    if (isVisible()) {
+        progressInit_->setUpdatesEnabled(false);
+        paintLastSoon();
+    }
+    progressInit_->setValue(barNumber(position));
+    paintBar();
 }
 
 void FormProgress::setText(const std::string& text) {
-    text_ = text;
-    drawSoon();
+    const QString shown = QString::fromStdString(text);
+    if (isVisible()) {
+        line_->setRunningText(shown);
+        paintLastSoon();
+    } else {
+        line_->setText(shown);
+    }
 }
 
 void FormProgress::showProgress() {
@@ -63,29 +72,38 @@ void FormProgress::showProgress() {
     raise();
 }
 
-void FormProgress::drawSoon() {
-    if (!isVisible() || sinceDrawn_.hasExpired(pictureMilliseconds)) {
-        drawNow();
-    } else if (!nextPicture_.isActive()) {
-        nextPicture_.start(pictureMilliseconds, this);
+void FormProgress::paintBar() {
+    if (!isVisible() || (sinceBarPainted_.isValid() &&
+                         !sinceBarPainted_.hasExpired(millisecondsBetweenPaintings))) {
+        return;
+    }
+    sinceBarPainted_.start();
+    progressInit_->setUpdatesEnabled(true);
+    progressInit_->repaint();
+    progressInit_->setUpdatesEnabled(false);
+}
+
+void FormProgress::paintLastSoon() {
+    if (!endOfRun_.isActive()) {
+        endOfRun_.start(millisecondsToTheLast, this);
     }
 }
 
-void FormProgress::drawNow() {
-    nextPicture_.stop();
-    progressInit_->setValue(barNumber(position_));
-    displayProgress_->setText(QString::fromStdString(text_));
-    sinceDrawn_.start();
+void FormProgress::endRun() {
+    endOfRun_.stop();
+    line_->endRun();
+    sinceBarPainted_.invalidate();
+    progressInit_->setUpdatesEnabled(true);
 }
 
 void FormProgress::timerEvent(QTimerEvent* event) {
-    if (event->timerId() == nextPicture_.timerId()) {
-        drawNow();
+    if (event->timerId() == endOfRun_.timerId()) {
+        endRun();
     }
 }
 
 void FormProgress::hideEvent(QHideEvent* event) {
-    drawNow();
+    endRun();
     QWidget::hideEvent(event);
 }
 

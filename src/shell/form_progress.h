@@ -8,16 +8,20 @@
 
 #include "keywords/collection_progress.h"
 
-class QLabel;
 class QProgressBar;
+
+namespace controls {
+class ProgressLine;
+}
 
 namespace shell {
 
 /// Shows how far a long operation is. It has nothing to do of its own: its owner sets bar and text
 /// and shows and hides it.
 ///
-/// It may be told of a million records: while it is visible, what it is told between two pictures
-/// that an eye can tell apart is not drawn. The last it was told is drawn in any case.
+/// It may be told of a million records: bar and text are always the last that was set, and are
+/// painted at most every few hundredths of a second while the window is visible. The last is
+/// painted in any case.
 class FormProgress : public QWidget, public keywords::CollectionProgress {
   public:
     FormProgress();
@@ -32,15 +36,14 @@ class FormProgress : public QWidget, public keywords::CollectionProgress {
     void hideEvent(QHideEvent* event) override;
 
   private:
-    void drawSoon();
-    void drawNow();
+    void paintBar();
+    void paintLastSoon();
+    void endRun();
 
-    std::int64_t position_ = 0;
-    std::string text_;
-    QElapsedTimer sinceDrawn_;
-    QBasicTimer nextPicture_;
+    QElapsedTimer sinceBarPainted_;
+    QBasicTimer endOfRun_;
     QProgressBar* progressInit_;
-    QLabel* displayProgress_;
+    controls::ProgressLine* line_;
 };
 
 }  // namespace shell

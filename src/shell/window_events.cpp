@@ -7,11 +7,7 @@
 namespace shell {
 
 void WindowEvents::runPendingEvents() {
-    if (Clock::now() >= restUntil_) {
-        QCoreApplication::processEvents();
-        // From the end of the events, so that slow ones do not come to fill all the time.
-        restUntil_ = Clock::now() + shortestRest;
-    }
+    QCoreApplication::processEvents();
     if (end_.isRequested()) {
         throw EndOfProgram();
     }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QTimer>
 #include <stdexcept>
 
@@ -112,18 +111,15 @@ TEST_F(EventLoop, AFailingEventIsShownAndTheProgramGoesOn) {
     EXPECT_NE(messages.asked[0].text.find("page 3 is damaged"), std::string::npos);
 }
 
-TEST_F(EventLoop, PendingEventsAreLookedForAgainAfterAFewMilliseconds) {
+TEST_F(EventLoop, EveryCallRunsWhatIsPending) {
     ProgramEnd end;
     WindowEvents events(end);
-    events.runPendingEvents();
-    bool ran = false;
-    QTimer::singleShot(0, [&] { ran = true; });
-    QElapsedTimer watch;
-    watch.start();
-    while (!ran && watch.elapsed() < 5000) {
+    for (int call = 1; call <= 1000; ++call) {
+        bool ran = false;
+        QTimer::singleShot(0, [&] { ran = true; });
         events.runPendingEvents();
+        ASSERT_TRUE(ran) << "call " << call;
     }
-    EXPECT_TRUE(ran);
 }
 
 TEST_F(EventLoop, TheEndOfTheProgramIsSeenAtOnce) {
@@ -142,13 +138,7 @@ TEST_F(EventLoop, PendingEventsRunUntilTheUserEndsTheProgram) {
     events.runPendingEvents();
     EXPECT_TRUE(ran);
     QTimer::singleShot(0, [&] { end.request(); });
-    EXPECT_THROW(
-        {
-            for (;;) {
-                events.runPendingEvents();
-            }
-        },
-        EndOfProgram);
+    EXPECT_THROW(events.runPendingEvents(), EndOfProgram);
 }
 
 }  // namespace

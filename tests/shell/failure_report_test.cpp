@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "keywords/collection_failures.h"
+#include "scan/scan_limit_failure.h"
 
 namespace shell {
 namespace {
@@ -27,8 +28,23 @@ TEST(FailureReport, SaysWhatHappenedWhatWasKeptAndWhatToDo) {
         "that you may change it, and choose the command again.");
 }
 
-TEST(FailureReport, AnOverflowNamesTheLimitAndTheCompanion) {
-    const base::Message report = failureReport(base::OverflowFailure("a number does not fit"));
+TEST(FailureReport, AnyOverflowSaysThatTheWindowsCountNoFurther) {
+    const base::Message report =
+        failureReport(base::OverflowFailure("a number does not fit 16 bits"));
+    EXPECT_TRUE(holds(report, "count some things up to 32,767 only"));
+    EXPECT_FALSE(holds(report, "scan"));
+}
+
+TEST(FailureReport, AddingToWhatCouldNotBeCollectedSaysWhenItCan) {
+    const base::Message report = failureReport(
+        keywords::NothingToAddToFailure("the known keywords and notes could not be collected"));
+    EXPECT_TRUE(holds(report, "could not be collected."));
+    EXPECT_TRUE(holds(report, "until an archive is opened that holds notes and keywords"));
+    EXPECT_FALSE(holds(report, "Select the records"));
+}
+
+TEST(FailureReport, AScanTooLargeNamesTheLimitAndTheCompanion) {
+    const base::Message report = failureReport(scan::ScanLimitFailure("the scan was ended"));
     EXPECT_TRUE(holds(report, "The desktop's scan holds 32,767 entries."));
     EXPECT_TRUE(holds(report, "\"vdln scan\" has no such limit"));
 }

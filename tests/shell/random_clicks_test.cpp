@@ -209,8 +209,10 @@ TEST_F(RandomClicksTest, NothingCrashesAndTheArchivesHoldWholeRows) {
                              "btnExistCancel", "btnNewCacnel"}) {
         user.doesRarely(idle, 10);
     }
-    for (const char* road : {"btnNewBrowse", "btnNewOk", "inputMediaName", "btnScan", "mnuArchScan",
-                             "btnArchive", "mnuArchSave", "mnArchExplore"}) {
+    for (const char* road :
+         {"btnNewBrowse", "btnNewOk", "inputMediaName", "btnScan", "mnuArchScan", "btnArchive",
+          "mnuArchSave", "mnArchExplore", "mnuPULKeywords", "comboKeywords", "comboNotes",
+          "btnSelectKW", "btnKeyAdd", "btnSelectNote", "btnNoteAdd", "btnApply"}) {
         user.prefers(road, 6);
     }
     for (int left = actionsWanted(); left > 0;) {

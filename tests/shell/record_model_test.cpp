@@ -126,7 +126,8 @@ TEST_F(RecordModelTest, WhatPointsToARowGoesWithItWhenTheListIsSorted) {
 TEST_F(RecordModelTest, ToolTipsShowTheTextAsItIs) {
     model.insertColumnAt(1, "Name");
     fill({"<b>bold</b>"});
-    EXPECT_EQ(model.index(0, 0).data(Qt::ToolTipRole).toString(), "&lt;b&gt;bold&lt;/b&gt;");
+    EXPECT_EQ(model.index(0, 0).data(Qt::ToolTipRole).toString(),
+              "<span>&lt;b&gt;bold&lt;/b&gt;</span>");
 }
 
 TEST_F(RecordModelTest, PlacesThatAreNotThereAreFailures) {
