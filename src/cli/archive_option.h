@@ -13,7 +13,7 @@ namespace cli {
 void addArchiveArgument(CLI::App& app, const std::string& name, const std::string& description,
                         std::string& path);
 
-/// The names in a list with commas between.
+/// The names in a list with commas, and perhaps blanks, between.
 std::vector<std::string> listedNames(const std::string& list);
 
 }  // namespace cli

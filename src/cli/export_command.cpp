@@ -1,7 +1,9 @@
 #include "cli/export_command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
+#include "base/failure.h"
 #include "cli/archive_option.h"
 #include "cli/query_line.h"
 #include "search/copies.h"
@@ -25,8 +27,20 @@ ExitCode ExportCommand::run(Context& context) {
             rows.push_back(row);
         }
     }
+    if (rows.empty()) {
+        requireMedium(*index);
+    }
     printer_.print(context, *index, rows);
     return ExitCode::Done;
+}
+
+void ExportCommand::requireMedium(const search::Index& index) const {
+    if (mediaId_ && std::ranges::find(index.media(), *mediaId_, &base::MediaInfo::mediaId) ==
+                        index.media().end()) {
+        throw base::InvalidArgumentFailure(archive_ + ": there is no medium " +
+                                           std::to_string(*mediaId_) +
+                                           "; \"vdln media\" lists them");
+    }
 }
 
 }  // namespace cli

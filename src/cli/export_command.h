@@ -20,6 +20,8 @@ class ExportCommand : public Command {
     ExitCode run(Context& context) override;
 
   private:
+    void requireMedium(const search::Index& index) const;
+
     std::string archive_;
     ResultPrinter printer_{ResultPrinter::TextFormat::NotOffered};
     std::optional<std::int32_t> mediaId_;

@@ -7,6 +7,7 @@
 #include "cli/checked_output.h"
 #include "cli/context.h"
 #include "cli/messages.h"
+#include "cli/visible_text.h"
 
 namespace cli {
 namespace {
@@ -68,9 +69,10 @@ void FindCommand::print(Context& context, const search::Index& index,
         writeChecked(context.out, std::to_string(rows.size()) + "\n");
     } else if (separatesByNul_) {
         for (const search::Row row : rows) {
-            writeChecked(context.out, index.wholePath(row) + '\0');
+            const std::string path = index.wholePath(row);
+            writeChecked(context.out, (context.outIsTerminal ? visibleText(path) : path) + '\0');
         }
-    } else if (!rows.empty()) {
+    } else if (!rows.empty() || !printer_.isForPeople()) {
         printer_.print(context, index, rows);
     }
 }

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "base/archive_location.h"
+#include "base/failure.h"
 #include "cli/context.h"
 #include "cli/messages.h"
 #include "platform/clock.h"
@@ -38,6 +39,9 @@ search::Query QueryLine::read(Context& context) const {
     }
     search::Query query = search::parseQuery(line, localNow(context));
     for (const search::Notice& notice : query.notices) {
+        if (notice.kind == search::Notice::Kind::Invalid) {
+            throw base::InvalidArgumentFailure("query: " + notice.text);
+        }
         context.messages.report("query: " + notice.text);
     }
     return query;

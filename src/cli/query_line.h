@@ -21,7 +21,9 @@ class QueryLine {
     enum class Needed { Yes, No };
     void addTo(CLI::App& app, Needed needed);
     bool isGiven() const { return !words_.empty(); }
-    /// What the line means today. What cannot be understood in it is reported.
+    /// What the line means today. A part that is unfinished or of an unknown field is reported; one
+    /// that cannot be understood is an InvalidArgumentFailure, as without it the line would find
+    /// more than was asked for.
     search::Query read(Context& context) const;
 
   private:

@@ -23,6 +23,9 @@ class ResultPrinter {
     explicit ResultPrinter(TextFormat text);
     void addTo(CLI::App& app);
 
+    /// The format is text, which says nothing where there is nothing; the others are complete then
+    /// too.
+    bool isForPeople() const { return format_ == "text"; }
     bool showsCopies() const;
     void print(Context& context, const search::Index& index,
                const std::vector<search::Row>& rows) const;

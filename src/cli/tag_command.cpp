@@ -66,6 +66,10 @@ ExitCode TagCommand::run(Context& context) {
         throw base::InvalidArgumentFailure(
             "query: nothing was changed, as part of the query would have been left out");
     }
+    if (query.isEverything()) {
+        throw base::InvalidArgumentFailure(
+            "query: nothing was changed, as there is no condition; write * to change every entry");
+    }
     std::vector<archive::AnnotationChange> changes;
     for (const search::Row row : findRows(index, query, false)) {
         const base::ScanEntry entry = index->entry(row);

@@ -6,7 +6,8 @@
 
 namespace scan {
 
-/// Whether the Size of an entry is what the size rule gives, or only its low 32 bits.
+/// Whether the Size of an entry has all the bits of the file's size, or is another number because
+/// the size needs more than 32 bits.
 enum class SizeFit { Exact, Cut };
 
 /// Takes the entries of a walk, one by one, in the order in which they are found. The desktop keeps

@@ -167,7 +167,8 @@ SizeFit Walker::fillSize() {
         failSize();
     }
     entry_.Size = static_cast<std::int32_t>(static_cast<std::uint32_t>(size));
-    return fits ? SizeFit::Exact : SizeFit::Cut;
+    // With a high half the number is not the file's size, even where it happens to fit.
+    return fits && highHalf(found_) == 0 ? SizeFit::Exact : SizeFit::Cut;
 }
 
 void Walker::setLocalDateText(std::string& text, platform::FileTime time) const {

@@ -25,8 +25,8 @@ enum class WalkLimits {
     /// a
     /// high half of -2^31, the 32,768th subfolder of one folder.
     Checked,
-    /// Such a size is stored as its low 32 bits and reported as SizeFit::Cut; a folder may have any
-    /// number of subfolders.
+    /// Such a size is stored as its low 32 bits; it and every other one of 4 GiB or more, which the
+    /// size rule changes, is reported as SizeFit::Cut. A folder may have any number of subfolders.
     Lifted,
 };
 

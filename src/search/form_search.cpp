@@ -49,6 +49,7 @@ void FormSearch::showWindow() {
     if (control_ == nullptr) {
         makeControl();
     }
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();

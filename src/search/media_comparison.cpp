@@ -1,6 +1,8 @@
 #include "search/media_comparison.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <span>
 #include <string>
 #include <tuple>
 #include <unordered_map>
@@ -14,7 +16,8 @@ namespace {
 using Kind = Difference::Kind;
 
 struct Item {
-    std::string path;  ///< as it is compared
+    std::string path;   ///< as it is compared
+    std::string exact;  ///< as it is
     Row row = 0;
 };
 
@@ -22,11 +25,20 @@ std::vector<Item> itemsOf(const ComparedMedium& medium) {
     std::vector<Item> items;
     for (Row row = 0; row < medium.index.size(); ++row) {
         if (medium.index.medium(row).mediaId == medium.mediaId) {
-            items.push_back({foldedText(pathOnMedium(medium.index, row), {false, true}), row});
+            std::string path = pathOnMedium(medium.index, row);
+            items.push_back({foldedText(path, {false, true}), std::move(path), row});
         }
     }
-    std::ranges::sort(items, {}, [](const Item& item) { return std::tie(item.path, item.row); });
+    std::ranges::sort(items, {},
+                      [](const Item& item) { return std::tie(item.path, item.exact, item.row); });
     return items;
+}
+
+using Place = std::vector<Item>::const_iterator;
+
+/// Behind the last of the items that are compared by the path of `first`.
+Place endOfPath(Place first, Place end) {
+    return std::find_if(first, end, [&](const Item& item) { return item.path != first->path; });
 }
 
 class Comparison {
@@ -45,7 +57,11 @@ class Comparison {
             } else if (order > 0) {
                 added_.push_back(*there++);
             } else {
-                compareEntries(*here++, *there++);
+                const auto hereEnd = endOfPath(here, left.end());
+                const auto thereEnd = endOfPath(there, right.end());
+                compareSamePath({here, hereEnd}, {there, thereEnd});
+                here = hereEnd;
+                there = thereEnd;
             }
         }
     }
@@ -90,6 +106,34 @@ class Comparison {
         std::string path;
         Difference difference;
     };
+
+    /// Entries whose paths differ in case at most, by their exact paths. Each has its like by its
+    /// exact path first; only what is left is taken for renamed.
+    void compareSamePath(std::span<const Item> left, std::span<const Item> right) {
+        std::vector<Item> leftRest;
+        std::vector<Item> rightRest;
+        auto here = left.begin();
+        auto there = right.begin();
+        while (here != left.end() && there != right.end()) {
+            const int order = here->exact.compare(there->exact);
+            if (order == 0) {
+                compareEntries(*here++, *there++);
+            } else if (order < 0) {
+                leftRest.push_back(*here++);
+            } else {
+                rightRest.push_back(*there++);
+            }
+        }
+        leftRest.insert(leftRest.end(), here, left.end());
+        rightRest.insert(rightRest.end(), there, right.end());
+        const std::size_t pairs = std::min(leftRest.size(), rightRest.size());
+        for (std::size_t i = 0; i < pairs; ++i) {
+            compareEntries(leftRest[i], rightRest[i]);
+        }
+        const auto behindPairs = static_cast<std::ptrdiff_t>(pairs);
+        removed_.insert(removed_.end(), leftRest.begin() + behindPairs, leftRest.end());
+        added_.insert(added_.end(), rightRest.begin() + behindPairs, rightRest.end());
+    }
 
     void compareEntries(const Item& left, const Item& right) {
         const bool isFolder = left_.isFolder(left.row);

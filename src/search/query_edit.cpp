@@ -62,6 +62,7 @@ class Line {
   private:
     /// Ends what is half-typed, so that something can follow.
     void close() {
+        dropLastNots();
         const std::vector<QueryToken> tokens = queryTokens(text_);
         if (!tokens.empty() && tokens.back().isUnclosed) {
             text_ += '"';
@@ -72,6 +73,15 @@ class Line {
         const auto opened = std::ranges::count(tokens, Kind::Open, &QueryToken::kind);
         const auto closed = std::ranges::count(tokens, Kind::Close, &QueryToken::kind);
         text_.append(static_cast<std::size_t>(opened - closed), ')');
+    }
+
+    /// What follows would be excluded by them.
+    void dropLastNots() {
+        std::vector<QueryToken> tokens = queryTokens(text_);
+        while (!tokens.empty() && tokens.back().kind == Kind::Not) {
+            text_.resize(tokens.back().position);
+            tokens.pop_back();
+        }
     }
 
     static bool hasAlternatives(const std::vector<QueryToken>& tokens) {

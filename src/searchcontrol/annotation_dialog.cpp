@@ -49,7 +49,12 @@ AnnotationDialog::AnnotationDialog(const ChosenEntries& chosen, QWidget* parent)
     auto* completer = new QCompleter(knownKeywords(*chosen.index), this);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     fields_[0].text->setCompleter(completer);
-    auto* hint = new QLabel("Several keywords are separated by commas.", this);
+    auto* hint = new QLabel(
+        "Several keywords are separated by commas. What is entered here is written into the "
+        "archive; keywords applied to explored records in the main window are in memory only.",
+        this);
+    hint->setObjectName("labelHint");
+    hint->setWordWrap(true);
     layout->addRow(hint);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     layout->addRow(buttons);

@@ -22,7 +22,8 @@ class AnnotationEditor : public QObject {
     /// Asks what is to be written, and writes it. Failures of the archive pass.
     void edit(const base::ArchiveLocation& archive, const ChosenEntries& chosen);
     bool canUndo() const { return !undo_.empty(); }
-    /// Makes the last writing undone; once.
+    /// Makes the last writing undone; once. What a failure or the user kept from being undone can
+    /// be undone by another call.
     void undo();
     /// Another archive is searched: nothing is left to undo.
     void forget();
@@ -32,8 +33,8 @@ class AnnotationEditor : public QObject {
     void changed();
 
   private:
-    void write(const base::ArchiveLocation& archive,
-               const std::vector<archive::AnnotationChange>& changes);
+    archive::AnnotationResult write(const base::ArchiveLocation& archive,
+                                    const std::vector<archive::AnnotationChange>& changes);
     void tellOfMissed(std::size_t count);
 
     const search::SearchHost& host_;

@@ -10,7 +10,6 @@ namespace searchcontrol {
 ArchiveReader::ArchiveReader(jet::Engine& engine, base::EventBoundary& boundary, QObject* parent)
     : QObject(parent), engine_(engine), slices_(boundary, this) {
     rest_.setSingleShot(true);
-    rest_.setInterval(restOfFile);
     rest_.callOnTimeout(this, [this] {
         if (fileState() != read_) {
             reload();
@@ -18,7 +17,7 @@ ArchiveReader::ArchiveReader(jet::Engine& engine, base::EventBoundary& boundary,
             watch();
         }
     });
-    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { rest_.start(); });
+    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { rest_.start(restOfFile); });
 }
 
 void ArchiveReader::setPath(const QString& path) {
@@ -75,6 +74,13 @@ bool ArchiveReader::readOn(const search::Budget& budget) {
         }
         index_ = loader_->index();
         loader_.reset();
+    } catch (const base::EngineFailure& failure) {
+        if (failure.fault() == base::EngineFault::InUse) {
+            waitForFile(text(failure.text()));
+        } else {
+            fail(text(failure.text()));
+        }
+        return true;
     } catch (const base::Failure& failure) {
         fail(text(failure.text()));
         return true;
@@ -82,6 +88,15 @@ bool ArchiveReader::readOn(const search::Budget& budget) {
     emit indexChanged();
     emit progressed();
     return true;
+}
+
+/// Who has the file now will be done with it: what was read before stays until then.
+void ArchiveReader::waitForFile(const QString& why) {
+    loader_.reset();
+    obstacle_ = why;
+    read_ = FileState::unknown();
+    rest_.start(restOfUsedFile);
+    emit progressed();
 }
 
 /// An archive that cannot be read any more has no entries to show.

@@ -15,14 +15,16 @@
 namespace searchcontrol {
 
 /// Keeps the index of one archive at what its file holds: reads it piece by piece, watches the
-/// file, and reads it anew some time after it was changed. While it is read anew the index read
-/// before stays.
+/// file, and reads it anew some time after it was changed. While it is read anew, or another
+/// program has the file for itself, the index read before stays.
 class ArchiveReader : public QObject {
     Q_OBJECT
 
   public:
     /// How long a file that changes must rest before it is read anew, in milliseconds.
     static constexpr int restOfFile = 1000;
+    /// How long a file that another program has for itself is left alone.
+    static constexpr int restOfUsedFile = 3000;
 
     /// Both must outlive this.
     ArchiveReader(jet::Engine& engine, base::EventBoundary& boundary, QObject* parent);
@@ -53,11 +55,14 @@ class ArchiveReader : public QObject {
     struct FileState {
         QDateTime changed;
         qint64 size = -1;
+        /// Like no state that a file has.
+        static FileState unknown() { return {{}, -2}; }
         friend bool operator==(const FileState&, const FileState&) = default;
     };
 
     FileState fileState() const;
     bool readOn(const search::Budget& budget);
+    void waitForFile(const QString& why);
     void fail(const QString& why);
     void watch();
 

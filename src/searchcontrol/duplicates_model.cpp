@@ -57,7 +57,7 @@ QVariant DuplicatesModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return cell(group(index.row()), index.column());
         case Qt::ToolTipRole:
-            return cell(group(index.row()), index.column()).toHtmlEscaped();
+            return tipText(cell(group(index.row()), index.column()));
         case Qt::TextAlignmentRole:
             return static_cast<int>(Qt::AlignVCenter |
                                     (index.column() >= Entries ? Qt::AlignRight : Qt::AlignLeft));

@@ -38,6 +38,14 @@ std::vector<search::Row> ascending(std::span<const search::Row> rows, search::Ro
     return result;
 }
 
+/// A query knows days, no times.
+std::string dateTerm(search::LocalTime time) {
+    constexpr std::size_t lengthOfDay = 10;
+    return time == search::unknownTime
+               ? " !has:date"
+               : " date:" + search::sortableDateText(time).substr(0, lengthOfDay);
+}
+
 }  // namespace
 
 std::string queryOf(const search::Index& index, const search::DuplicateGroup& group,
@@ -47,6 +55,9 @@ std::string queryOf(const search::Index& index, const search::DuplicateGroup& gr
                         search::quotedForQuery(index.name(row));
     if (!group.isFolder && sameBy.size && index.isSizeKnown(row)) {
         query += " size:" + std::to_string(index.size(row));
+    }
+    if (!group.isFolder && sameBy.date) {
+        query += dateTerm(index.modified(row));
     }
     return query;
 }

@@ -70,7 +70,7 @@ void FacetPanel::fill(Group& group) {
             {text(line.label), countText(static_cast<std::int64_t>(line.entries))});
         item->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
         item->setData(0, termRole, text(line.term));
-        item->setToolTip(0, text(line.label).toHtmlEscaped());
+        item->setToolTip(0, tipText(text(line.label)));
         items.append(item);
     }
     if (shown < group.lines.size()) {

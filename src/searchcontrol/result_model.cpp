@@ -18,8 +18,7 @@ QString tipOf(const search::Index& index, search::Row row, search::ResultColumn 
                    ? countText(index.size(row), "byte", "bytes")
                    : "size not known exactly: the archive holds sizes below 2 GB only";
     }
-    // A tool tip would take a text that looks like it for marked-up text.
-    return shownCell(index, row, column).toHtmlEscaped();
+    return tipText(shownCell(index, row, column));
 }
 
 }  // namespace

@@ -301,10 +301,31 @@ void SearchControl::archiveChanged() {
     });
 }
 
+/// A line that goes on with something that cannot be understood yet, such as a regular expression
+/// with a parenthesis open, finds what it found before that.
+void SearchControl::takeQuery() {
+    search::Query query = search::parseQuery(queryLine_->query(), now());
+    const bool isInvalid = std::ranges::any_of(query.notices, [](const search::Notice& notice) {
+        return notice.kind == search::Notice::Kind::Invalid;
+    });
+    keepsHits_ = isInvalid && queryLine_->text().startsWith(searchedLine_);
+    if (keepsHits_) {
+        query_.notices = std::move(query.notices);
+    } else {
+        query_ = std::move(query);
+        searchedLine_ = queryLine_->text();
+    }
+}
+
 void SearchControl::searchAnew() {
     exported_.clear();
+    takeQuery();
+    if (reader_.index() != nullptr && keepsHits_ && task_.run() != nullptr &&
+        task_.run()->sharedIndex() == reader_.index()) {
+        showStatus();
+        return;
+    }
     counter_.stop();
-    query_ = search::parseQuery(queryLine_->query(), now());
     if (reader_.index() == nullptr) {
         task_.stop();
         table_->show(nullptr, {});

@@ -76,6 +76,7 @@ class SearchControl : public QWidget {
 
     search::LocalTime now() const;
     void archiveChanged();
+    void takeQuery();
     void searchAnew();
     void showHits();
     void countHits();
@@ -134,6 +135,8 @@ class SearchControl : public QWidget {
     QString exported_;  ///< what the last export has come to, until something else is looked for
     search::Query query_;
     QString shownQuery_;
+    QString searchedLine_;    ///< the line that query_ was taken from
+    bool keepsHits_ = false;  ///< the line cannot be understood; query_ is the one before
     QTimer columnsRest_;
     QTimer selectionRest_;
     bool areColumnsRestored_ = false;

@@ -48,15 +48,17 @@ QTreeWidgetItem* itemOf(const search::BreakdownLine& line, std::int64_t largestB
         new QTreeWidgetItem({text(line.label), countText(static_cast<std::int64_t>(line.entries)),
                              sizeText(line.bytes, line.isExact)});
     item->setData(Label, termRole, text(line.term));
-    item->setToolTip(Label, text(line.label).toHtmlEscaped());
+    item->setToolTip(Label, tipText(text(line.label)));
     item->setData(Share, shareRole,
                   largestBytes > 0
                       ? static_cast<double>(line.bytes) / static_cast<double>(largestBytes)
                       : 0.0);
     QFont link = item->font(Label);
     link.setUnderline(true);
-    item->setFont(Label, link);
-    item->setForeground(Label, QApplication::palette().link());
+    for (const Column column : {Label, Entries, Size}) {
+        item->setFont(column, link);
+        item->setForeground(column, QApplication::palette().link());
+    }
     item->setTextAlignment(Entries, Qt::AlignRight | Qt::AlignVCenter);
     item->setTextAlignment(Size, Qt::AlignRight | Qt::AlignVCenter);
     return item;
@@ -98,7 +100,7 @@ QWidget* StatisticsPage::createTable(const char* name, const QString& title,
         }
     };
     connect(tree, &QTreeWidget::itemClicked, this, [choose](QTreeWidgetItem* item, int column) {
-        if (column == Label) {
+        if (column != Share) {
             choose(item);
         }
     });

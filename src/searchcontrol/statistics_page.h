@@ -12,7 +12,8 @@ class QTreeWidgetItem;
 namespace searchcontrol {
 
 /// How the hits of the query are spread over media, extensions, years and sizes: four tables, each
-/// line with its numbers and a bar. A line is a link that narrows the query to what it counts.
+/// line with its numbers and a bar. Label and numbers are links that narrow the query to what it
+/// counts.
 class StatisticsPage : public QWidget {
     Q_OBJECT
 

@@ -89,7 +89,8 @@ constexpr const char* keys =
     "<tr><td><code>Right, Ctrl+Space</code></td><td>take the completion, show all</td></tr>"
     "<tr><td><code>Alt+Up</code></td><td>earlier queries</td></tr>"
     "<tr><td><code>Ctrl+L, Esc</code></td><td>to the query line; clear it, then close</td></tr>"
-    "</table>";
+    "</table><p>Keywords and notes given here are written into the archive. Keywords applied to "
+    "explored records in the main window are in memory only, so they are not found here.</p>";
 
 }  // namespace
 

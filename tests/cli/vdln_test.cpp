@@ -32,7 +32,7 @@ class Vdln : public testing::Test {
         folder.makeLink("tree/link", "plain.txt");
         folder.makeLink("tree/link to a folder", "deep");
         folder.makeLink("tree/dangling", "nowhere");
-        folder.makeSparseFile("tree/large", 5'000'000'000ULL);
+        folder.makeSparseFile("tree/large", 3'000'000'000ULL);
     }
 
     support::TemporaryFolder folder;

@@ -418,14 +418,27 @@ TEST_F(WalkerTest, LiftedLimitsCutAHighHalfOfTheSmallestNumber) {
     EXPECT_EQ(total.value(), 2147483653.0);
 }
 
-TEST_F(WalkerTest, LiftedLimitsLeaveASizeThatFitsExact) {
-    disk.addFile("d:\\f", fourGiB);
+TEST_F(WalkerTest, LiftedLimitsSayOfASizeWithAHighHalfThatItIsCutThoughItFits) {
+    disk.addFile("d:\\f", 3 * fourGiB + 1000);
     support::FakeDirectoryLister lister(disk);
     Counter counter;
     scan::Walker(state.currentMedia, lister, counter, counter, scan::WalkLimits::Lifted)
         .scanDrive("d:");
-    EXPECT_EQ(counter.last.Size, -1);
-    EXPECT_EQ(counter.lastFit, scan::SizeFit::Exact);
+    EXPECT_EQ(counter.last.Size, 997);
+    EXPECT_EQ(counter.lastFit, scan::SizeFit::Cut);
+}
+
+TEST_F(WalkerTest, LiftedLimitsLeaveASizeWithoutAHighHalfExact) {
+    for (const std::uint64_t size : {std::uint64_t{7}, twoGiB - 1, twoGiB, fourGiB - 1}) {
+        support::FakeDisk one;
+        one.addFile("d:\\f", size);
+        support::FakeDirectoryLister lister(one);
+        Counter counter;
+        scan::Walker(state.currentMedia, lister, counter, counter, scan::WalkLimits::Lifted)
+            .scanDrive("d:");
+        EXPECT_EQ(static_cast<std::uint32_t>(counter.last.Size), size);
+        EXPECT_EQ(counter.lastFit, scan::SizeFit::Exact);
+    }
 }
 
 // What cannot be read.

@@ -166,6 +166,17 @@ TEST(QueryEdit, AddsAndTakesOutTerms) {
     EXPECT_EQ(search::lineSortedBy("a sort:name", ""), "a");
 }
 
+TEST(QueryEdit, AnExclusionWithNothingBehindItDoesNotExcludeWhatIsAdded) {
+    for (const std::string_view half : {"a !", "a -", "a NOT", "a NOT ", "a ! !", "a NOT !  "}) {
+        EXPECT_EQ(search::lineWith(half, "ext:jpg"), "a ext:jpg") << half;
+        EXPECT_EQ(search::lineWithout(half, "ext:jpg"), "a !ext:jpg") << half;
+        EXPECT_EQ(search::lineSortedBy(half, "name"), "a sort:name") << half;
+    }
+    EXPECT_EQ(search::lineWith("!", "ext:jpg"), "ext:jpg");
+    EXPECT_EQ(search::lineWith("(a | b !", "ext:jpg"), "(a | b) ext:jpg");
+    EXPECT_EQ(search::lineWith("\"a !", "ext:jpg"), "\"a !\" ext:jpg");
+}
+
 TEST(Completion, OffersFieldsAndWhatTheArchiveHolds) {
     const auto index = support::goldenIndex();
     const auto first = [&](std::string_view line) {

@@ -58,6 +58,16 @@ TEST_F(FormSearchTest, IsAFrameAroundTheComponent) {
     EXPECT_FALSE(form.findChild<QLabel*>("labelObstacle")->isVisible());
 }
 
+TEST_F(FormSearchTest, AMinimisedWindowComesBackWhenItIsAskedFor) {
+    FormSearch form([this] { return MadeControl{new searchcontrol::SearchControl(host()), {}}; });
+    form.showWindow();
+    form.showMinimized();
+    ASSERT_TRUE(form.isMinimized());
+    form.showWindow();
+    EXPECT_FALSE(form.isMinimized());
+    EXPECT_TRUE(form.isVisible());
+}
+
 TEST_F(FormSearchTest, EscapeClearsTheQueryThenClosesTheWindow) {
     FormSearch form([this] { return MadeControl{new searchcontrol::SearchControl(host()), {}}; });
     form.showWindow();

@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QTimer>
@@ -17,7 +18,9 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <utility>
 
+#include "base/random_access_file.h"
 #include "searchcontrol/query_line.h"
 #include "tests/search/golden_queries.h"
 #include "tests/searchcontrol/control_fixture.h"
@@ -65,6 +68,16 @@ class SearchControlTest : public support::ControlTest {
     std::string query() { return line()->text().toStdString(); }
     void trigger(const char* action) { control->findChild<QAction*>(action)->trigger(); }
     int rows() { return table()->model()->rowCount(); }
+    /// The archive as another program that has it for itself; the file's end lets go of it.
+    std::unique_ptr<base::RandomAccessFile> lockedArchive() {
+        auto opened =
+            machine.opener->open(folder.pathOf("golden.mdb"), base::FileOpener::Mode::ReadWrite);
+        if (opened.file == nullptr ||
+            !opened.file->tryLock(base::RandomAccessFile::Lock::Exclusive)) {
+            throw std::logic_error("the archive cannot be locked");
+        }
+        return std::move(opened.file);
+    }
     std::string storedKeywords(const std::string& name) {
         archive::ArchiveTable open(engine, placeOf("golden.mdb"), "main", jet::LockType::ReadOnly);
         const archive::RecordReader reader(open.rows());
@@ -166,6 +179,29 @@ TEST_F(SearchControlTest, AHalfTypedQueryKeepsTheListAndSaysWhatIsMissing) {
     }
 }
 
+TEST_F(SearchControlTest, AWordThatCannotBeUnderstoodYetKeepsTheHitsOfTheLineBefore) {
+    openGolden();
+    search("regex:img_");
+    const Names before = names();
+    ASSERT_FALSE(before.empty());
+    ASSERT_LT(before.size(), golden::entries().size());
+    for (const char* typed : {"(", "0", "0"}) {
+        QTest::keyClicks(line(), typed);
+        waitUntilDone();
+        EXPECT_EQ(names(), before) << query();
+        EXPECT_NE(status().find("regex"), std::string::npos) << status();
+    }
+    trigger("actionReload");
+    waitUntilDone();
+    EXPECT_EQ(names(), before);
+    QTest::keyClicks(line(), "01)");
+    waitUntilDone();
+    EXPECT_EQ(names(), (Names{"IMG_0001.jpg", "img_0001.JPG", "img_0001.jpg"}));
+    line()->setText("regex:(");
+    waitUntilDone();
+    EXPECT_EQ(rows(), static_cast<int>(golden::entries().size()));
+}
+
 TEST_F(SearchControlTest, AnUnknownFieldIsPlainTextAndTheStatusSaysSo) {
     openGolden();
     search("artist:title");
@@ -202,6 +238,21 @@ TEST_F(SearchControlTest, AChangeWhileTheWindowIsOpenIsSeen) {
     entry.FileName = "newcomer.jpg";
     addEntries("golden.mdb", {entry});
     EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == 1; }, patience));
+}
+
+TEST_F(SearchControlTest, WhileAnotherProgramHasTheArchiveWhatWasReadStays) {
+    openGolden();
+    search("ext:jpg");
+    const Names before = names();
+    auto other = lockedArchive();
+    trigger("actionReload");
+    waitUntilDone();
+    EXPECT_NE(status().find("in use"), std::string::npos) << status();
+    EXPECT_EQ(names(), before);
+    other.reset();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return status().starts_with("5 hits"); }, patience))
+        << status();
+    EXPECT_EQ(names(), before);
 }
 
 TEST_F(SearchControlTest, AnotherArchiveTakesThePlaceOfTheFirst) {
@@ -519,6 +570,46 @@ TEST_F(SearchControlTest, KeywordsOfOneEntryAreSetAndTakenBack) {
     EXPECT_FALSE(control->findChild<QAction*>("actionUndo")->isEnabled());
 }
 
+TEST_F(SearchControlTest, WhatAFailureKeptFromBeingUndoneCanBeUndoneLater) {
+    openGolden();
+    search("medium:1 img_0001");
+    press(Qt::Key_Down);
+    whenModal([](QDialog& dialog) {
+        QTest::keyClicks(dialog.findChild<QLineEdit*>("inputNotes1"), "a note");
+        press(dialog, Qt::Key_Return);
+    });
+    press(Qt::Key_K, Qt::ControlModifier);
+    waitUntilDone();
+    ASSERT_EQ(storedKeywords("IMG_0001.jpg"), "holiday, beach|a note|");
+    auto other = lockedArchive();
+    trigger("actionUndo");
+    waitUntilDone();
+    ASSERT_EQ(boundary.failures.size(), 1U);
+    EXPECT_NE(boundary.failures[0].find("in use"), std::string::npos);
+    expectedFailures = boundary.failures;
+    EXPECT_TRUE(control->findChild<QAction*>("actionUndo")->isEnabled());
+    other.reset();
+    trigger("actionUndo");
+    waitUntilDone();
+    EXPECT_EQ(storedKeywords("IMG_0001.jpg"), "holiday, beach||");
+    EXPECT_FALSE(control->findChild<QAction*>("actionUndo")->isEnabled());
+}
+
+TEST_F(SearchControlTest, AnnotationsTellWhatIsWrittenAndWhatIsInMemoryOnly) {
+    openGolden();
+    press(Qt::Key_Down);
+    whenModal([](QDialog& dialog) {
+        EXPECT_TRUE(dialog.findChild<QLabel*>("labelHint")->text().contains("in memory only"));
+        press(dialog, Qt::Key_Escape);
+    });
+    press(Qt::Key_K, Qt::ControlModifier);
+    press(Qt::Key_F1);
+    EXPECT_TRUE(find<QDialog>("form_syntax")
+                    ->findChild<QTextBrowser*>("textSyntax")
+                    ->toPlainText()
+                    .contains("in memory only"));
+}
+
 TEST_F(SearchControlTest, KeywordsAreAddedOverTheWholeSelection) {
     openGolden();
     search("ext:jpg medium:1");
@@ -601,16 +692,25 @@ TEST_F(SearchControlTest, AnExportThatCannotBeWrittenIsAFailureOfItsOwn) {
 TEST_F(SearchControlTest, ThePickListIsWrittenAsAPdf) {
     openGolden();
     search("ext:jpg");
+    const std::string file = folder.pathOf("pick.pdf");
     bool wasShown = false;
     whenModal([&](QDialog& dialog) {
         wasShown = dialog.objectName() == "form_picklist";
         EXPECT_TRUE(dialog.findChild<QTextBrowser*>("textPickList")
                         ->toPlainText()
                         .contains("Medium 1: Holiday 2001, label CD_HOL01"));
+        whenModal([&](QDialog& files) {
+            files.findChild<QLineEdit*>("fileNameEdit")->setText(text(file));
+            files.accept();
+        });
+        dialog.findChild<QPushButton*>("btnPdf")->click();
         press(dialog, Qt::Key_Escape);
     });
     press(Qt::Key_P, Qt::ControlModifier);
     EXPECT_TRUE(wasShown);
+    const std::string pdf = folder.read("pick.pdf");
+    EXPECT_TRUE(pdf.starts_with("%PDF-"));
+    EXPECT_NE(pdf.find("%%EOF"), std::string::npos);
 }
 
 TEST_F(SearchControlTest, ASavedSearchIsFoundInTheMenu) {
@@ -667,6 +767,53 @@ TEST_F(SearchControlTest, DuplicatesAreNarrowedByTheQuery) {
     EXPECT_EQ(groups->model()->rowCount(), 0);
 }
 
+TEST_F(SearchControlTest, TheQueryOfDuplicatesOfOneDateNamesItsDay) {
+    base::ScanEntry entry = golden::scanEntry(golden::entries()[2]);
+    entry.FileName = "same & <b>.jpg";
+    entry.DateModified = "05/06/2007 08:09:10";
+    base::ScanEntry later = entry;
+    later.DateModified = "05/07/2007 08:09:10";
+    base::ScanEntry undated = entry;
+    undated.DateModified.clear();
+    writeArchive("dates.mdb", golden::media(), {entry, entry, later, undated, undated});
+    open("dates.mdb");
+    find<QTabWidget>("tabSearch")->setCurrentIndex(1);
+    find<QComboBox>("comboSame")->setCurrentIndex(1);
+    waitUntilDone();
+    auto* groups = find<QTableView>("listDuplicates");
+    ASSERT_EQ(groups->model()->rowCount(), 2);
+    EXPECT_EQ(groups->model()->index(0, 0).data(Qt::ToolTipRole).toString(),
+              "<span>same &amp; &lt;b&gt;.jpg</span>");
+    Names queries;
+    for (int row = 0; row < 2; ++row) {
+        line()->setText("");
+        find<QTabWidget>("tabSearch")->setCurrentIndex(1);
+        waitUntilDone();
+        groups->setFocus();
+        groups->selectRow(row);
+        QTest::keyClick(groups, Qt::Key_Return);
+        waitUntilDone();
+        EXPECT_EQ(rows(), 2) << query();
+        queries.push_back(query().substr(query().find(" size:")));
+    }
+    std::ranges::sort(queries);
+    const std::string size = " size:" + std::to_string(entry.Size);
+    EXPECT_EQ(queries, (Names{size + " !has:date", size + " date:2007-05-06"}));
+}
+
+TEST_F(SearchControlTest, ToolTipsShowATextAsItIs) {
+    base::ScanEntry entry = golden::scanEntry(golden::entries()[2]);
+    entry.FileName = "a & <b>.x&y";
+    writeArchive("signs.mdb", golden::media(), {entry});
+    open("signs.mdb");
+    EXPECT_EQ(table()->model()->index(0, Name).data(Qt::ToolTipRole).toString(),
+              "<span>a &amp; &lt;b&gt;.x&amp;y</span>");
+    EXPECT_EQ(facet("Extensions", "x&y")->toolTip(0), "<span>x&amp;y</span>");
+    find<QTabWidget>("tabSearch")->setCurrentIndex(2);
+    EXPECT_EQ(find<QTreeWidget>("listByExtension")->topLevelItem(0)->toolTip(0),
+              "<span>x&amp;y</span>");
+}
+
 TEST_F(SearchControlTest, EveryFigureOfTheStatisticsIsALinkToWhatItCounts) {
     openGolden();
     find<QTabWidget>("tabSearch")->setCurrentIndex(2);
@@ -687,6 +834,25 @@ TEST_F(SearchControlTest, EveryFigureOfTheStatisticsIsALinkToWhatItCounts) {
         }
     }
     EXPECT_GT(checked, 25);
+}
+
+TEST_F(SearchControlTest, TheNumbersOfTheStatisticsAreLinksAsWell) {
+    openGolden();
+    find<QTabWidget>("tabSearch")->setCurrentIndex(2);
+    auto* tree = find<QTreeWidget>("listByExtension");
+    for (const int column : {0, 1, 2}) {
+        line()->setText("");
+        waitUntilDone();
+        const QTreeWidgetItem* item = tree->topLevelItem(0);
+        EXPECT_TRUE(item->font(column).underline());
+        const QString entries = item->text(1);
+        const QRect place = tree->visualItemRect(item);
+        const int x = tree->columnViewportPosition(column) + tree->columnWidth(column) / 2;
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, QPoint(x, place.center().y()));
+        waitUntilDone();
+        EXPECT_NE(query(), "") << column;
+        EXPECT_EQ(QString::number(rows()), entries) << query();
+    }
 }
 
 // Whoever cannot see it
