@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -347,6 +348,8 @@ TEST_F(ExploringWindow, SelectedRecordsArePositionsInTheList) {
     click("1:");
     list().selectionModel()->select(list().model()->index(1, 0),
                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    // The keywords window is modal: it has to be closed before the command comes back.
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
     main().addKeywords();
     EXPECT_EQ(state.selectedRecords.elements(), std::vector<std::int16_t>{2});
     click("1:");
