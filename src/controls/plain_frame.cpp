@@ -4,6 +4,8 @@
 #include <QStyleOptionGroupBox>
 #include <QStylePainter>
 
+#include "controls/tip_text.h"
+
 namespace controls {
 
 namespace {
@@ -18,7 +20,7 @@ void PlainFrame::setCaption(const QString& caption) {
     caption_ = caption;
     setTitle(withoutMnemonics(caption));
     setAccessibleName(caption);
-    setToolTip(caption.toHtmlEscaped());
+    setToolTip(tipText(caption));
 }
 
 QSize PlainFrame::minimumSizeHint() const {

@@ -6,6 +6,8 @@
 #include <QStylePainter>
 #include <QToolTip>
 
+#include "controls/tip_text.h"
+
 namespace controls {
 
 StatusLine::StatusLine(const QString& text, QWidget* parent) : QLabel(text, parent) {
@@ -23,7 +25,7 @@ bool StatusLine::event(QEvent* event) {
     }
     const auto* help = static_cast<QHelpEvent*>(event);
     const bool whole = shownText() == text();
-    QToolTip::showText(help->globalPos(), whole ? QString() : text().toHtmlEscaped(), this);
+    QToolTip::showText(help->globalPos(), whole ? QString() : tipText(text()), this);
     return true;
 }
 

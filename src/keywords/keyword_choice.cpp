@@ -67,16 +67,15 @@ void KeywordChoice::addNote(const std::string& text) {
 }
 
 void KeywordChoice::selectKeyword(const std::string& text) {
-    std::string& keywords = selected_.keywords;
-    keywords = keywords.empty() ? text : keywords + "," + text;
+    selectedKeywords_ = selectedKeywords_.empty() ? text : selectedKeywords_ + "," + text;
 }
 
 void KeywordChoice::selectNote(const std::string& text, NoteTargets targets) {
     if (targets.notes1) {
-        selected_.notes1 = text;
+        selectedNote1_ = text;
     }
     if (targets.notes2) {
-        selected_.notes2 = text;
+        selectedNote2_ = text;
     }
 }
 
@@ -92,13 +91,13 @@ std::string KeywordChoice::openingInfo() const {
 }
 
 std::string KeywordChoice::info() const {
-    return "Keywords: " + selected_.keywords + lineEnd + "Note1: " + selected_.notes1 + lineEnd +
-           "Note2: " + selected_.notes2 + lineEnd +
+    return "Keywords: " + selectedKeywords_ + lineEnd + "Note1: " + selectedNote1_ + lineEnd +
+           "Note2: " + selectedNote2_ + lineEnd +
            "to be applied to the selected records (qty: " + std::to_string(recordCount()) + ")";
 }
 
 void KeywordChoice::apply(RecordColumns& columns) {
-    applyKeywords(state_, columns, selected_, state_.viewMode);
+    applyKeywords(state_, columns, selected(), state_.viewMode);
 }
 
 }  // namespace keywords

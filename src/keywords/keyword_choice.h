@@ -47,7 +47,8 @@ class KeywordChoice {
     void selectKeyword(const std::string& text);
     void selectNote(const std::string& text, NoteTargets targets);
 
-    const RecordTexts& selected() const { return selected_; }
+    /// The texts to apply; an empty one changes nothing.
+    RecordTexts selected() const { return {selectedKeywords_, selectedNote1_, selectedNote2_}; }
     /// Number of the records that applying means; 0 where none was ever selected.
     std::int64_t recordCount() const;
     bool recordsEverSelected() const;
@@ -62,7 +63,9 @@ class KeywordChoice {
 
   private:
     base::ProgramState& state_;
-    RecordTexts selected_;
+    std::string selectedKeywords_;  ///< joined by commas
+    std::string selectedNote1_;
+    std::string selectedNote2_;
 };
 
 }  // namespace keywords

@@ -14,6 +14,7 @@
 #include "base/event_boundary.h"
 #include "base/failure.h"
 #include "base/message_box.h"
+#include "controls/tip_text.h"
 #include "open/archive_choice.h"
 #include "open/archive_texts.h"
 #include "open/file_dialogs.h"
@@ -51,7 +52,7 @@ QString shown(const std::string& text) { return QString::fromStdString(text); }
 void showText(QLineEdit* box, const std::string& text) {
     box->setText(shown(text));
     box->setCursorPosition(0);
-    box->setToolTip("<span>" + box->text().toHtmlEscaped() + "</span>");
+    box->setToolTip(controls::tipText(box->text()));
 }
 
 }  // namespace
@@ -237,7 +238,7 @@ void FormOpen::fillRecentList() {
         const base::ArchiveLocation archive = choice_.row(position);
         auto* item = new QTreeWidgetItem({shown(archive.name), shown(archive.folder)});
         item->setSizeHint(0, {0, rowHeight()});
-        item->setToolTip(1, "<span>" + item->text(1).toHtmlEscaped() + "</span>");
+        item->setToolTip(1, controls::tipText(item->text(1)));
         listRecent_->addTopLevelItem(item);
     }
     // The row that "Open" will take stays visibly chosen.

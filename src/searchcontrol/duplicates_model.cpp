@@ -4,6 +4,7 @@
 #include <numeric>
 #include <utility>
 
+#include "controls/tip_text.h"
 #include "searchcontrol/texts.h"
 
 namespace searchcontrol {
@@ -57,7 +58,7 @@ QVariant DuplicatesModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return cell(group(index.row()), index.column());
         case Qt::ToolTipRole:
-            return tipText(cell(group(index.row()), index.column()));
+            return controls::tipText(cell(group(index.row()), index.column()));
         case Qt::TextAlignmentRole:
             return static_cast<int>(Qt::AlignVCenter |
                                     (index.column() >= Entries ? Qt::AlignRight : Qt::AlignLeft));

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QTimer>
 
+#include "controls/tip_text.h"
 #include "searchcontrol/texts.h"
 
 namespace searchcontrol {
@@ -70,7 +71,7 @@ void FacetPanel::fill(Group& group) {
             {text(line.label), countText(static_cast<std::int64_t>(line.entries))});
         item->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
         item->setData(0, termRole, text(line.term));
-        item->setToolTip(0, tipText(text(line.label)));
+        item->setToolTip(0, controls::tipText(text(line.label)));
         items.append(item);
     }
     if (shown < group.lines.size()) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/tip_text.h"
 #include "searchcontrol/texts.h"
 
 namespace searchcontrol {
@@ -18,7 +19,7 @@ QString tipOf(const search::Index& index, search::Row row, search::ResultColumn 
                    ? countText(index.size(row), "byte", "bytes")
                    : "size not known exactly: the archive holds sizes below 2 GB only";
     }
-    return tipText(shownCell(index, row, column));
+    return controls::tipText(shownCell(index, row, column));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 
+#include "controls/tip_text.h"
 #include "searchcontrol/texts.h"
 
 namespace searchcontrol {
@@ -48,7 +49,7 @@ QTreeWidgetItem* itemOf(const search::BreakdownLine& line, std::int64_t largestB
         new QTreeWidgetItem({text(line.label), countText(static_cast<std::int64_t>(line.entries)),
                              sizeText(line.bytes, line.isExact)});
     item->setData(Label, termRole, text(line.term));
-    item->setToolTip(Label, tipText(text(line.label)));
+    item->setToolTip(Label, controls::tipText(text(line.label)));
     item->setData(Share, shareRole,
                   largestBytes > 0
                       ? static_cast<double>(line.bytes) / static_cast<double>(largestBytes)

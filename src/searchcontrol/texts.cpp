@@ -24,10 +24,6 @@ QString sizeText(std::int64_t bytes, bool isExact) {
     return isExact ? size : "at least " + size;
 }
 
-QString tipText(const QString& plain) {
-    return plain.isEmpty() ? QString() : "<span>" + plain.toHtmlEscaped() + "</span>";
-}
-
 QString shownCell(const search::Index& index, search::Row row, search::ResultColumn column) {
     using search::ResultColumn;
     switch (column) {

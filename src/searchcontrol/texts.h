@@ -25,9 +25,6 @@ QString sizeText(std::int64_t bytes, bool isExact = true);
 /// What a result's cell shows: sizes in units, dates as "2019-05-31 18:04:59" so that a column of
 /// them can be read downwards, everything else as the archive holds it.
 QString shownCell(const search::Index& index, search::Row row, search::ResultColumn column);
-/// A text as a tool tip shows it. It is marked up, as Qt would guess from its characters whether it
-/// is.
-QString tipText(const QString& plain);
 /// Path and name without the medium's number: "\photos\a.jpg".
 std::string pathOnMedium(const search::Index& index, search::Row row);
 

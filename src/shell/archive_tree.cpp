@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "controls/tip_text.h"
 #include "shell/pictures.h"
 #include "shell/roomy_rows.h"
 
@@ -30,8 +31,7 @@ class ArchiveTree::Node : public QTreeWidgetItem {
             case Qt::DecorationRole:
                 return isSelected() ? selectedImage_ : image_;
             case Qt::ToolTipRole:
-                // A tool tip would take a text that looks like it for marked-up text.
-                return text_.toHtmlEscaped();
+                return controls::tipText(text_);
             default:
                 return QTreeWidgetItem::data(column, role);
         }

@@ -7,6 +7,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "controls/tip_text.h"
 
 namespace shell {
 
@@ -171,8 +172,7 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
     }
     const QString cell = QString::fromStdString(
         textOf(rows_[static_cast<std::size_t>(index.row())], index.column()));
-    // A tool tip would take a text that looks like it for marked-up text.
-    return role == Qt::ToolTipRole ? "<span>" + cell.toHtmlEscaped() + "</span>" : cell;
+    return role == Qt::ToolTipRole ? controls::tipText(cell) : cell;
 }
 
 QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {

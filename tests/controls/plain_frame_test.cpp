@@ -19,7 +19,7 @@ TEST(PlainFrame, ShowsAnAmpersandAsItIs) {
 TEST(PlainFrame, ATipThatLooksLikeMarkupIsShownAsItIs) {
     PlainFrame frame;
     frame.setCaption("<b>");
-    EXPECT_EQ(frame.toolTip(), "&lt;b&gt;");
+    EXPECT_EQ(frame.toolTip(), "<span>&lt;b&gt;</span>");
 }
 
 TEST(PlainFrame, ALongCaptionAsksForNoRoom) {

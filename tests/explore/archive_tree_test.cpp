@@ -122,7 +122,7 @@ TEST_F(ArchiveTreeTest, NamesAreShownAsTheyAre) {
     const QTreeWidgetItem* node = tree.topLevelItem(0)->child(0);
     EXPECT_EQ(node->text(0), QString::fromUtf8("<b>&amp; \xC3\x86r\xC3\xB8</b>"));
     EXPECT_EQ(node->toolTip(0),
-              QString::fromUtf8("&lt;b&gt;&amp;amp; \xC3\x86r\xC3\xB8&lt;/b&gt;"));
+              QString::fromUtf8("<span>&lt;b&gt;&amp;amp; \xC3\x86r\xC3\xB8&lt;/b&gt;</span>"));
     EXPECT_FALSE(node->flags() & Qt::ItemIsEditable);
 }
 

@@ -11,7 +11,7 @@
 
 #include "search/form_search.h"
 #include "tests/searchcontrol/control_fixture.h"
-#include "tests/searchcontrol/dark_palette.h"
+#include "tests/support/dark_palette.h"
 
 namespace {
 
