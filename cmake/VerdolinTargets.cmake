@@ -35,4 +35,5 @@ function(verdolin_window_library folder)
     DEPENDS ${ARG_DEPENDS} Qt6::Widgets
     PRIVATE_DEPENDS ${ARG_PRIVATE_DEPENDS})
   set_target_properties(verdolin_${folder}_window PROPERTIES AUTOMOC ON AUTORCC ON)
+  verdolin_use_precompiled(verdolin_${folder}_window verdolin_window_headers)
 endfunction()

@@ -51,6 +51,8 @@ void FormProgress::setRange(std::int64_t minimum, std::int64_t maximum) {
 void FormProgress::setPosition(std::int64_t position) {
     if (isVisible()) {
         progressInit_->setUpdatesEnabled(false);
+        // A bar with a text measures it for every number, painted or not.
+        progressInit_->setTextVisible(false);
         paintLastSoon();
     }
     progressInit_->setValue(barNumber(position));
@@ -78,6 +80,7 @@ void FormProgress::paintBar() {
         return;
     }
     sinceBarPainted_.start();
+    progressInit_->setTextVisible(true);
     progressInit_->setUpdatesEnabled(true);
     progressInit_->repaint();
     progressInit_->setUpdatesEnabled(false);
@@ -93,6 +96,7 @@ void FormProgress::endRun() {
     endOfRun_.stop();
     line_->endRun();
     sinceBarPainted_.invalidate();
+    progressInit_->setTextVisible(true);
     progressInit_->setUpdatesEnabled(true);
 }
 
