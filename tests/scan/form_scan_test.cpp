@@ -179,6 +179,17 @@ TEST_F(FormScanTest, AMachineWithoutDrivesIsNotReady) {
     EXPECT_FALSE(canScan());
 }
 
+TEST_F(FormScanTest, AMachineWithoutDrivesHasNothingToScan) {
+    machine.machineDrives.drives.clear();
+    messages.expect(MessageAnswer::Ok);
+    open();
+    type("x");
+    click("btnScan");
+    EXPECT_TRUE(boundary.failures.empty());
+    EXPECT_TRUE(main.items.empty());
+    EXPECT_FALSE(form->isVisible());
+}
+
 TEST_F(FormScanTest, AnotherDriveIsReadAndShown) {
     open();
     choose("d: [HOLIDAY]");
@@ -192,13 +203,27 @@ TEST_F(FormScanTest, ADriveThatIsNotReadySaysSoAndTheLastGoodValuesStay) {
     type("x");
     machine.machineDrives.at('d').ready = false;
     messages.expect(MessageAnswer::Ok);
+    messages.atShow = [this] { EXPECT_TRUE(canScan()) << "the message comes first"; };
     choose("d: [HOLIDAY]");
     EXPECT_EQ(messages.asked, std::vector<base::Message>{notReady});
     EXPECT_FALSE(canScan());
     EXPECT_EQ(driveInfo()[0], "Disk Label: SYSTEM");
     EXPECT_EQ(driveInfo()[2], "Disk Size: 1,234 Mb");
+    EXPECT_EQ(text("displayMediaId"), "Media ID Number:12");
     type("y");
     EXPECT_TRUE(canScan());
+}
+
+TEST_F(FormScanTest, ADriveThatIsReadyDoesNotEnableScanOnlyTheNameDoes) {
+    open();
+    type("x");
+    machine.machineDrives.at('d').ready = false;
+    messages.expect(MessageAnswer::Ok);
+    choose("d: [HOLIDAY]");
+    choose("c: [SYSTEM]");
+    EXPECT_EQ(driveInfo()[0], "Disk Label: SYSTEM");
+    EXPECT_FALSE(canScan());
+    EXPECT_EQ(text("displayProgress"), "Ready to Scan. . .");
 }
 
 TEST_F(FormScanTest, ANotReadyDriveLeavesTheBareCaptions) {
@@ -237,6 +262,9 @@ TEST_F(FormScanTest, AnotherDriveEmptiesTheNameWhileTheBoxStillShowsIt) {
     click("btnScan");
     EXPECT_EQ(state.currentMedia.mediaName, "");
     EXPECT_EQ(main.status[0], "12: HOLIDAY as User Name:  is a: CDROM");
+    form->show();
+    QTest::keyClick(find<QLineEdit>("inputMediaName"), '!');
+    EXPECT_EQ(state.currentMedia.mediaName, "photos 2001!") << "until the box is edited again";
 }
 
 TEST_F(FormScanTest, AScanFillsTheMainWindowAndHidesItsOwn) {
@@ -317,6 +345,7 @@ TEST_F(FormScanTest, AMediumThatIsGoneBeforeScanGivesThePreviousScanAgain) {
     EXPECT_TRUE(boundary.failures.empty());
     EXPECT_EQ(state.scanCount, 0);
     EXPECT_EQ(main.names(), (Texts{"a", "f.txt", "g.txt"}));
+    EXPECT_EQ(main.status[1], "3 files and folders totalling: 512 of 650 total size.");
     EXPECT_FALSE(form->isVisible());
 }
 
@@ -387,6 +416,53 @@ TEST_F(FormScanTest, CancelDuringTheWalkUnloadsTheWindowAndTheWalkGoesOn) {
     EXPECT_EQ(unloaded, 1);
     deleteWhatIsOver();
     EXPECT_TRUE(form.isNull());
+}
+
+TEST_F(FormScanTest, TheCloseBoxDuringTheWalkIsTheSame) {
+    prepare();
+    events.atEvents = [this] {
+        if (events.count == 2) {
+            form->close();
+            EXPECT_EQ(unloaded, 1);
+        }
+        deleteWhatIsOver();
+        ASSERT_FALSE(form.isNull());
+    };
+    click("btnScan");
+    EXPECT_EQ(main.names(), (Texts{"a", "f.txt", "g.txt"}));
+    EXPECT_EQ(state.viewMode, "scan");
+    EXPECT_EQ(unloaded, 1);
+}
+
+TEST_F(FormScanTest, AnotherNameDuringTheWalkIsTheNameOfTheScan) {
+    prepare();
+    events.atEvents = [this] {
+        if (events.count == 1) {
+            type("other");
+            EXPECT_EQ(text("displayProgress"), "Ready to Scan. . .");
+        }
+    };
+    click("btnScan");
+    EXPECT_EQ(main.status[0], "12: HOLIDAY as User Name: other is a: CDROM");
+    EXPECT_EQ(text("displayProgress"), "Scanning:  File 3");
+}
+
+TEST_F(FormScanTest, AnotherDriveDuringTheWalkIsShownWithTheEntriesOfTheWalk) {
+    prepare();
+    events.atEvents = [this] {
+        if (events.count == 1) {
+            base::MediaInfo stored;
+            stored.mediaId = 20;
+            tables.addMedia(state.currentArchive(), {stored});
+            choose("c: [SYSTEM]");
+        }
+    };
+    click("btnScan");
+    EXPECT_EQ(main.names(), (Texts{"a", "f.txt", "g.txt"}));
+    EXPECT_EQ(main.items[0][1], "12:");
+    EXPECT_EQ(main.items[1][1], "21:");
+    EXPECT_EQ(state.scanList[3].mediaId, 21);
+    EXPECT_EQ(main.status[0], "21: SYSTEM as User Name:  is a: Fixed");
 }
 
 TEST_F(FormScanTest, CancelUnloadsTheWindowAndChangesNothingElse) {
