@@ -5,6 +5,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyleOptionProgressBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <limits>
@@ -28,6 +29,22 @@ QString shown(const std::string& text) { return QString::fromStdString(text); }
 int barNumber(std::int64_t number) {
     return static_cast<int>(std::min<std::int64_t>(number, std::numeric_limits<int>::max()));
 }
+
+/// A bar that stands still and empty where there is nothing to count. Styles take a range without
+/// any numbers for work of unknown length, and have something run to and fro.
+class StillBar : public QProgressBar {
+  public:
+    using QProgressBar::QProgressBar;
+
+  protected:
+    void initStyleOption(QStyleOptionProgressBar* option) const override {
+        QProgressBar::initStyleOption(option);
+        if (option->maximum <= option->minimum) {
+            option->maximum = option->minimum + 1;
+            option->progress = option->minimum;
+        }
+    }
+};
 
 QLabel* createLine(const char* name, const QString& text, QWidget* parent) {
     auto* label = new controls::StatusLine(text, parent);
@@ -88,7 +105,7 @@ void FormSave::createMediaList() {
 }
 
 void FormSave::createProgress() {
-    progressArchive_ = new QProgressBar(this);
+    progressArchive_ = new StillBar(this);
     progressArchive_->setObjectName("progressArchive");
     progressArchive_->setAccessibleName("Progress");
     // Its place stays free for it.

@@ -7,6 +7,9 @@ namespace shell {
 class FailureBoundary;
 
 /// The event loop, with the boundary at which failures end.
+///
+/// Enter held down counts once. Each of its repetitions would press the same button again, and so
+/// begin a long operation inside the one that is running, as deep as somebody leans on the key.
 class Application : public QApplication {
   public:
     /// Both must outlive this.

@@ -141,6 +141,9 @@ void ArchiveTree::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_Enter:
         case Qt::Key_Space:
         case Qt::Key_Select:
+            if (event->isAutoRepeat()) {
+                return;  // a key that is held down clicks once
+            }
             if (currentItem() != nullptr) {
                 setCurrentItem(currentItem());
                 click(currentItem());

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTest>
 #include <string>
@@ -189,6 +190,21 @@ TEST_F(ArchiveTreeTest, ADoubleClickShowsTheFoldersThatItsClickReads) {
 }
 
 // The keys
+
+TEST_F(ArchiveTreeTest, AKeyThatIsHeldDownClicksOnce) {
+    addMedia(2);
+    show();
+    tree.setCurrentItem(tree.node("2:"));
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+        clicked.clear();
+        QTest::keyPress(&tree, key);
+        for (int i = 0; i < 3; ++i) {
+            QKeyEvent again(QEvent::KeyPress, key, {}, {}, true);
+            QCoreApplication::sendEvent(&tree, &again);
+        }
+        EXPECT_EQ(clicked, Texts{"2:"});
+    }
+}
 
 TEST_F(ArchiveTreeTest, EnterAndSpaceClickTheCurrentNodeAtOnce) {
     addMedia(2);

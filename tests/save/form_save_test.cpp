@@ -178,6 +178,19 @@ TEST_F(FormSaveTest, BeforeTheFirstScanThereIsNothingToCount) {
     EXPECT_TRUE(form->isVisible());
 }
 
+TEST_F(FormSaveTest, ABarThatHasNothingToCountStandsStillAndEmpty) {
+    state.scanList = {};
+    open();
+    bar()->show();
+    QProgressBar empty(form.data());
+    empty.setRange(0, 1);
+    empty.setValue(0);
+    empty.setFormat("");
+    empty.setGeometry(bar()->geometry());
+    EXPECT_EQ(bar()->text(), "");
+    EXPECT_EQ(bar()->grab().toImage(), empty.grab().toImage());
+}
+
 TEST_F(FormSaveTest, TheListIsThereForAnUpdateOnly) {
     storeTwoMedia();
     open();
@@ -361,6 +374,27 @@ TEST_F(FormSaveTest, ADoubleClickOnArchiveStoresTwice) {
     click("btnArchive");
     EXPECT_EQ(column("media", "mediaid"), (Texts{"7", "7"}));
     EXPECT_EQ(column("main", "filename"), (Texts{"a", "a", "b", "c", "b", "c"}));
+}
+
+TEST_F(FormSaveTest, AnotherArchiveInTheMiddleOfASaveGetsNothingOfIt) {
+    const base::ArchiveLocation first = state.currentArchive();
+    const base::ArchiveLocation second{first.folder, "second.mdb"};
+    archive::createArchive(engine, second);
+    open();
+    events.atEvents = [&] { state.archiveName = second.name; };
+    click("btnArchive");
+    EXPECT_EQ(tables.column(first, "main", "filename"), (Texts{"a", "b", "c"}));
+    EXPECT_TRUE(tables.rows(second, "media").empty());
+    EXPECT_TRUE(tables.rows(second, "main").empty());
+    EXPECT_EQ(unloaded, 1);
+}
+
+TEST_F(FormSaveTest, AnotherDriveChosenInTheMiddleOfASaveChangesNothingOfIt) {
+    open();
+    events.atEvents = [this] { state.currentMedia = medium(9, "OTHER", "", "Fixed"); };
+    click("btnArchive");
+    EXPECT_EQ(column("media", "medialabel"), Texts{"DISC"});
+    EXPECT_EQ(column("main", "mediaid"), (Texts{"7", "7", "7"}));
 }
 
 TEST_F(FormSaveTest, AScanListThatIsCutInTheMiddleEndsTheSave) {

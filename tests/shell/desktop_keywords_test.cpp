@@ -68,13 +68,16 @@ TEST_F(DesktopKeywordsTest, TheProgressWindowIsShownMeanwhile) {
     makeArchive("a.mdb", Entries(50, entryWith("k", "n")));
     start();
     bool wasVisible = false;
+    bool wasModal = true;
     std::string text;
     QTimer::singleShot(0, [&] {
         wasVisible = desktop.progress().isVisible();
+        wasModal = desktop.progress().isModal();
         text = progressText();
     });
     open("a.mdb");
     EXPECT_TRUE(wasVisible);
+    EXPECT_FALSE(wasModal);
     EXPECT_EQ(desktop.progress().windowHandle()->transientParent(),
               desktop.mainWindow()->windowHandle());
     EXPECT_EQ(text, "Initializing Keywords and Notes.  Record 1 of 50");

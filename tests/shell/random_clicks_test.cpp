@@ -2,11 +2,13 @@
 
 #include <QCoreApplication>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <set>
 #include <string>
 
 #include "archive/archive_table.h"
+#include "archive/makedb.h"
 #include "archive/record_rows.h"
 #include "jet/checker.h"
 #include "jet/engine.h"
@@ -126,6 +128,28 @@ class RandomClicksTest : public testing::Test {
     RandomClicksTest() {
         folder.makeFolder("settings");
         machine.fakeShell.folder = folder.path();
+        // Whatever is exported under a name without a folder.
+        std::filesystem::current_path(folder.path());
+    }
+    ~RandomClicksTest() override { std::filesystem::current_path(before_); }
+
+    /// The search component lies beside the program.
+    void installSearch() {
+        constexpr const char* library = "libsearchcontrol.so";
+        folder.makeLink(library, std::string(VERDOLIN_PROGRAM_FOLDER) + "/" + library);
+    }
+
+    void useEverything();
+
+    /// Mostly the program begins with an archive that it remembers; else with none.
+    void rememberArchive(support::RandomUser& user) {
+        const std::string path = folder.pathOf(archiveNames[0]);
+        if (!folder.exists(archiveNames[0])) {
+            jet::Engine engine(*machine.opener);
+            archive::createArchive(engine, {folder.path() + "/", archiveNames[0]});
+        }
+        const std::string current = user.chance(4) ? std::string() : path;
+        folder.makeFile("settings/vdln.ini", "[recentarchives]\ncurrent=" + current + "\n");
     }
 
     /// Every archive is sound, and every row of it is one that a scan has made, whole.
@@ -179,6 +203,9 @@ class RandomClicksTest : public testing::Test {
     support::TemporaryFolder folder;
     Machine machine;
     std::int64_t rowsSeen = 0;
+
+  private:
+    std::filesystem::path before_ = std::filesystem::current_path();
 };
 
 int actionsWanted() {
@@ -193,7 +220,7 @@ std::uint32_t seedWanted() {
 }
 
 // VERDOLIN_CLICKS says how many actions, VERDOLIN_SEED which ones.
-TEST_F(RandomClicksTest, NothingCrashesAndTheArchivesHoldWholeRows) {
+void RandomClicksTest::useEverything() {
     const std::uint32_t seed = seedWanted();
     std::cout << "VERDOLIN_SEED=" << seed << '\n';
     support::RandomUser user(seed);
@@ -202,20 +229,31 @@ TEST_F(RandomClicksTest, NothingCrashesAndTheArchivesHoldWholeRows) {
         drive.ready = !drive.ready || !user.chance(5);
     });
     user.mayAlso("nothing", 2, [] {});
-    for (const char* end : {"btnExit", "mnuFileExit", "close form_main", "close form_splash"}) {
+    for (const char* end :
+         {"btnExit", "btnExit twice", "mnuFileExit", "close form_main", "close form_splash",
+          "Escape in form_splash", "Enter in form_splash", "Space in form_splash"}) {
         user.doesRarely(end, 150);
     }
-    for (const char* idle : {"mnuHelpHelp", "mnuHelpAbout", "close form_open", "btnRecentCancel",
-                             "btnExistCancel", "btnNewCacnel"}) {
+    for (const char* idle :
+         {"mnuHelpHelp", "mnuHelpAbout", "close form_open", "Escape in form_open",
+          "btnRecentCancel", "btnExistCancel", "btnNewCacnel", "btnRecentCancel twice",
+          "btnExistCancel twice", "btnNewCacnel twice"}) {
         user.doesRarely(idle, 10);
     }
+    // These lead to dialogs of the system, which reach files outside of this test.
+    for (const char* outside :
+         {"btnBrowse", "btnBrowse twice", "btnPrint", "btnPrint twice", "btnPdf", "btnPdf twice"}) {
+        user.leavesAlone(outside);
+    }
     for (const char* road :
-         {"btnNewBrowse", "btnNewOk", "inputMediaName", "btnScan", "mnuArchScan", "btnArchive",
-          "mnuArchSave", "mnArchExplore", "mnuPULKeywords", "comboKeywords", "comboNotes",
-          "btnSelectKW", "btnKeyAdd", "btnSelectNote", "btnNoteAdd", "btnApply"}) {
+         {"btnNewBrowse", "btnNewOk", "btnExistOK", "inputMediaName", "btnScan", "mnuArchScan",
+          "btnArchive", "mnuArchSave", "mnArchExplore", "mnuPULKeywords", "mnuSearchSearch",
+          "queryLine", "comboKeywords", "comboNotes", "btnSelectKW", "btnKeyAdd", "btnSelectNote",
+          "btnNoteAdd", "btnApply"}) {
         user.prefers(road, 6);
     }
     for (int left = actionsWanted(); left > 0;) {
+        rememberArchive(user);
         left -= ProgramRun(user, machine, folder).go(std::min(left, longestRun));
         checkArchives();
         if (HasFailure()) {
@@ -228,6 +266,13 @@ TEST_F(RandomClicksTest, NothingCrashesAndTheArchivesHoldWholeRows) {
     std::cout << user.nested() << " while another action ran; " << rowsSeen << " rows checked\n";
     EXPECT_GT(user.nested(), 0);
     EXPECT_GT(rowsSeen, 0);
+}
+
+TEST_F(RandomClicksTest, NothingCrashesAndTheArchivesHoldWholeRows) { useEverything(); }
+
+TEST_F(RandomClicksTest, NorWithTheSearchComponent) {
+    installSearch();
+    useEverything();
 }
 
 }  // namespace

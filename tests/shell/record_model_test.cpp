@@ -130,6 +130,12 @@ TEST_F(RecordModelTest, ToolTipsShowTheTextAsItIs) {
               "<span>&lt;b&gt;bold&lt;/b&gt;</span>");
 }
 
+TEST_F(RecordModelTest, RowsHaveNoPicture) {
+    model.insertColumnAt(1, "Name");
+    fill({"a"});
+    EXPECT_FALSE(model.index(0, 0).data(Qt::DecorationRole).isValid());
+}
+
 TEST_F(RecordModelTest, PlacesThatAreNotThereAreFailures) {
     EXPECT_THROW(model.insertColumnAt(2, "x"), base::SubscriptFailure);
     EXPECT_THROW(model.insertColumnAt(0, "x"), base::SubscriptFailure);

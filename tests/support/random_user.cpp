@@ -5,9 +5,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTabBar>
 #include <QTest>
 #include <QTimerEvent>
@@ -43,6 +45,23 @@ std::vector<QPointer<QWidget>> windowsInReach() {
     return windows;
 }
 
+QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+
+void doubleClick(const QPointer<QWidget>& control, QPoint place) {
+    QTest::mouseClick(control, Qt::LeftButton, {}, place);
+    if (control) {
+        QTest::mouseDClick(control, Qt::LeftButton, {}, place);
+    }
+    if (control) {
+        QTest::mouseRelease(control, Qt::LeftButton, {}, place);
+    }
+}
+
+void askForMenu(QWidget& control, QPoint place) {
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, control.mapToGlobal(place));
+    QCoreApplication::sendEvent(&control, &event);
+}
+
 }  // namespace
 
 void RandomUser::mayAlso(std::string name, int weight, std::function<void()> action) {
@@ -74,7 +93,7 @@ void RandomUser::timerEvent(QTimerEvent* event) {
     }
     arm();
     if (!mayAct()) {
-        dismissModalWindow();
+        dismissWhatWaits();
         return;
     }
     --remaining_;
@@ -85,8 +104,12 @@ void RandomUser::timerEvent(QTimerEvent* event) {
     --depth_;
 }
 
-/// A window that nobody answers would keep an operation from its end.
-void RandomUser::dismissModalWindow() {
+/// A menu or a window that nobody answers would keep an operation from its end.
+void RandomUser::dismissWhatWaits() {
+    if (QMenu* menu = openMenu()) {
+        menu->close();
+        return;
+    }
     QWidget* modal = QApplication::activeModalWidget();
     if (remaining_ == 0 && modal != nullptr) {
         modal->close();
@@ -114,13 +137,21 @@ void RandomUser::doOneAction() {
 }
 
 std::vector<RandomUser::Action> RandomUser::possibleActions() {
+    if (QMenu* menu = openMenu()) {
+        const auto key = [menu](Qt::Key pressed) {
+            return [menu, pressed] { QTest::keyClick(menu, pressed); };
+        };
+        return {{"next in menu", 2, key(Qt::Key_Down)},
+                {"choose in menu", 1, key(Qt::Key_Return)},
+                {"leave menu", 1, key(Qt::Key_Escape)}};
+    }
     std::vector<Action> actions = others_;
     for (const QPointer<QWidget>& window : windowsInReach()) {
         addActionsOf(*window, actions);
     }
     std::erase_if(actions, [this](const Action& action) {
         const auto rare = rare_.find(action.name);
-        return rare != rare_.end() && !chance(rare->second);
+        return leftAlone_.contains(action.name) || (rare != rare_.end() && !chance(rare->second));
     });
     for (Action& action : actions) {
         const auto preferred = preferred_.find(action.name);
@@ -140,6 +171,7 @@ void RandomUser::addActionsOf(QWidget& window, std::vector<Action>& actions) {
             actions.push_back({nameOf(*item), weightOfMenuItem, [item] { item->trigger(); }});
         }
     }
+    addKeysOf(window, actions);
     actions.push_back({"close " + nameOf(window), 1, [closed = QPointer<QWidget>(&window)] {
                            if (closed) {
                                closed->close();
@@ -147,10 +179,27 @@ void RandomUser::addActionsOf(QWidget& window, std::vector<Action>& actions) {
                        }});
 }
 
+/// Keys that mean something to whatever has the focus.
+void RandomUser::addKeysOf(QWidget& window, std::vector<Action>& actions) {
+    QWidget* focus = window.focusWidget() == nullptr ? &window : window.focusWidget();
+    const auto add = [&](const char* name, Qt::Key key) {
+        actions.push_back(
+            {name + nameOf(window), 1, [focus, key] { QTest::keyClick(focus, key); }});
+    };
+    constexpr std::pair<const char*, Qt::Key> keys[] = {{"Tab in ", Qt::Key_Tab},
+                                                        {"Enter in ", Qt::Key_Return},
+                                                        {"Space in ", Qt::Key_Space},
+                                                        {"Escape in ", Qt::Key_Escape}};
+    const auto& [name, key] = keys[number(4)];
+    add(name, key);
+}
+
 void RandomUser::addActionsOfControl(QWidget& control, std::vector<Action>& actions) {
     if (auto* button = qobject_cast<QAbstractButton*>(&control)) {
         actions.push_back({nameOf(control), weightOfButton,
                            [button] { QTest::mouseClick(button, Qt::LeftButton); }});
+        actions.push_back({nameOf(control) + " twice", 1,
+                           [button] { doubleClick(button, button->rect().center()); }});
     } else if (auto* tabs = qobject_cast<QTabBar*>(&control)) {
         const int tab = number(std::max(tabs->count(), 1));
         actions.push_back({nameOf(control), 1, [tabs, tab] {
@@ -177,6 +226,10 @@ void RandomUser::addActionsOfControl(QWidget& control, std::vector<Action>& acti
         actions.push_back({nameOf(control), weightOfRow, [view, place, keys] {
                                QTest::mouseClick(view->viewport(), Qt::LeftButton, keys, place);
                            }});
+        actions.push_back({nameOf(control) + " twice", 1,
+                           [view, place] { doubleClick(view->viewport(), place); }});
+        actions.push_back({"menu of " + nameOf(control), 1,
+                           [view, place] { askForMenu(*view->viewport(), place); }});
     }
 }
 

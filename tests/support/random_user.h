@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,10 +16,11 @@ namespace support {
 
 /// Somebody who clicks and types at random, and who never waits: whenever events are handled, in
 /// the middle of a scan, a save or a reading as well, the next action comes. While a window is
-/// modal only that one is used, as for any user.
+/// modal only that one is used, and while a menu is open only the menu, as for any user.
 ///
 /// Actions that are set off while another one runs may nest as deeply as `deepest`; there the
-/// user waits, so that every operation comes to its end, and only answers modal windows.
+/// user waits, so that every operation comes to its end, and only answers modal windows and
+/// closes menus.
 class RandomUser : public QObject {
   public:
     static constexpr int deepest = 5;
@@ -31,6 +33,9 @@ class RandomUser : public QObject {
     /// Only one time in `in` is this control, menu item or close box (as "close " and the window's
     /// name) thought of at all.
     void doesRarely(const std::string& name, int in) { rare_[name] = in; }
+
+    /// This control or menu item is never used.
+    void leavesAlone(const std::string& name) { leftAlone_.insert(name); }
 
     /// This control or menu item is `factor` times as likely as others of its kind.
     void prefers(const std::string& name, int factor) { preferred_[name] = factor; }
@@ -63,15 +68,17 @@ class RandomUser : public QObject {
 
     void arm();
     void doOneAction();
-    void dismissModalWindow();
+    void dismissWhatWaits();
     bool mayAct() const;
     std::vector<Action> possibleActions();
     void addActionsOf(QWidget& window, std::vector<Action>& actions);
+    void addKeysOf(QWidget& window, std::vector<Action>& actions);
     void addActionsOfControl(QWidget& control, std::vector<Action>& actions);
 
     std::mt19937 random_;
     std::vector<Action> others_;
     std::map<std::string, int> rare_;
+    std::set<std::string> leftAlone_;
     std::map<std::string, int> preferred_;
     std::map<std::string, int> done_;
     int remaining_ = 0;
