@@ -58,6 +58,22 @@ TEST_F(NodeClick, ALoadingWindowIsThereWhileTheMediumIsRead) {
     EXPECT_FALSE(loadingShown);
 }
 
+TEST_F(NodeClick, TheLoadingWindowGoesWithTheFoldersThereAndBeforeTheListIsFilled) {
+    exploreTwoMedia();
+    explore::ExploreCommands watched = commands();
+    bool hidden = false;
+    watched.hideLoading = [&] {
+        hidden = true;
+        EXPECT_EQ(tree.lines, nodesOfOne);
+        EXPECT_TRUE(state.mediaList[1].loaded);
+        EXPECT_EQ(list.rows.size(), 0U);
+    };
+    explore::ExploreArchive watching(state, data, messages, tree, list, watched);
+    watching.clickNode("1:");
+    EXPECT_TRUE(hidden);
+    EXPECT_EQ(list.names(), Texts{"root.txt"});
+}
+
 TEST_F(NodeClick, ASecondClickReadsNothingAndOnlyFillsTheList) {
     exploreTwoMedia();
     exploring.clickNode("1:");

@@ -105,6 +105,9 @@ class ProgramRun {
     ProgramRun(const ProgramRun&) = delete;
     ProgramRun& operator=(const ProgramRun&) = delete;
 
+    /// As when the session ends: also while a window is modal.
+    void end() { desktop_.endProgram(); }
+
     /// How many actions it were until the user ended the program, or had enough.
     int go(int actions) {
         const int done = user_.act(actions);
@@ -229,6 +232,8 @@ void RandomClicksTest::useEverything() {
         drive.ready = !drive.ready || !user.chance(5);
     });
     user.mayAlso("nothing", 2, [] {});
+    ProgramRun* running = nullptr;
+    user.mayAlso("the session ends", 1, [&running] { running->end(); });
     for (const char* end :
          {"btnExit", "btnExit twice", "mnuFileExit", "close form_main", "close form_splash",
           "Escape in form_splash", "Enter in form_splash", "Space in form_splash"}) {
@@ -254,7 +259,11 @@ void RandomClicksTest::useEverything() {
     }
     for (int left = actionsWanted(); left > 0;) {
         rememberArchive(user);
-        left -= ProgramRun(user, machine, folder).go(std::min(left, longestRun));
+        {
+            ProgramRun run(user, machine, folder);
+            running = &run;
+            left -= run.go(std::min(left, longestRun));
+        }
         checkArchives();
         if (HasFailure()) {
             break;
