@@ -70,6 +70,31 @@ TEST_F(ExploreCommand, ArrangesTheWorkspaceFirst) {
     EXPECT_TRUE(messages.asked.empty());
 }
 
+TEST_F(ExploreCommand, TheListIsArrangedBeforeItsColumnsAreParts) {
+    store({medium(1, "Backup", "DISK1")});
+    explore::ExploreCommands widening = commands();
+    widening.arrangeWorkspace = [this] { list.width = 3000; };
+    explore::ExploreArchive arranging(state, data, messages, tree, list, widening);
+    arranging.exploreArchive();
+    EXPECT_EQ(list.columns[0], "Name 300");
+}
+
+TEST_F(ExploreCommand, TheListCountsAsTheArchivesWhenTheTreeIsBuilt) {
+    struct Watching : base::MessageBox {
+        explicit Watching(const base::ProgramState& watched) : state(watched) {}
+        MessageAnswer show(const base::Message&) override {
+            modes.push_back(state.viewMode);
+            return MessageAnswer::Ok;
+        }
+        const base::ProgramState& state;
+        Texts modes;
+    } watching(state);
+    state.viewMode = "scan";
+    explore::ExploreArchive(state, data, watching, tree, list, commands()).exploreArchive();
+    EXPECT_EQ(watching.modes, Texts{"scan"});
+    EXPECT_EQ(state.viewMode, "archive");
+}
+
 TEST_F(ExploreCommand, GivesOneRootForEachMediumInTheirOrder) {
     store(
         {medium(12, "Holiday 2001", "CD_HOL01"), medium(1, "Backup", "DISK1"), medium(-3, "", "")});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ class FakeTree : public explore::TreeControl {
     }
     void addChildNode(const std::string& parentKey, const explore::TreeNode& node) override {
         refuse();
+        if (atChild) {
+            atChild();
+        }
         if (!has(parentKey)) {
             throw base::InvalidArgumentFailure("no parent");
         }
@@ -51,6 +55,7 @@ class FakeTree : public explore::TreeControl {
     std::vector<explore::TreeNode> nodes;
     std::vector<std::string> lines;
     bool refuses = false;
+    std::function<void()> atChild;  // before a child is added
 
   private:
     void refuse() const {

@@ -74,6 +74,20 @@ TEST_F(NodeClick, TheLoadingWindowGoesWithTheFoldersThereAndBeforeTheListIsFille
     EXPECT_EQ(list.names(), Texts{"root.txt"});
 }
 
+TEST_F(NodeClick, FoldersAreReadBeforeFilesAndTheMediumCountsAsReadBeforeItsNodesCome) {
+    exploreTwoMedia();
+    bool filesFirst = false;
+    events.atEvents = [&] { filesFirst = filesFirst || state.archiveFolders.neverGrown(); };
+    int children = 0;
+    tree.atChild = [&] {
+        ++children;
+        EXPECT_TRUE(state.mediaList[1].loaded);
+    };
+    exploring.clickNode("1:");
+    EXPECT_FALSE(filesFirst);
+    EXPECT_EQ(children, 2);
+}
+
 TEST_F(NodeClick, ASecondClickReadsNothingAndOnlyFillsTheList) {
     exploreTwoMedia();
     exploring.clickNode("1:");

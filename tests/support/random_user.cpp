@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimerEvent>
 #include <QTreeView>
+#include <string_view>
 
 namespace support {
 
@@ -211,8 +212,16 @@ void RandomUser::addActionsOfControl(QWidget& control, std::vector<Action>& acti
         actions.push_back(
             {nameOf(control), weightOfButton, [combo, key] { QTest::keyClick(combo, key); }});
     } else if (auto* line = qobject_cast<QLineEdit*>(&control)) {
-        const char letter = static_cast<char>('a' + number(3));
+        // Letters of which most names have some; and now and then all of them go again.
+        constexpr std::string_view letters = "ade";
+        const char letter = letters[static_cast<std::size_t>(number(3))];
         actions.push_back({nameOf(control), 1, [line, letter] { QTest::keyClick(line, letter); }});
+        if (chance(2)) {
+            actions.push_back({"empty " + nameOf(control), 1, [line] {
+                                   line->selectAll();
+                                   QTest::keyClick(line, Qt::Key_Delete);
+                               }});
+        }
     } else if (auto* header = qobject_cast<QHeaderView*>(&control)) {
         const int place = number(std::max(header->width(), 1));
         actions.push_back({nameOf(control), 1, [header, place] {
