@@ -131,10 +131,14 @@ class RandomClicksTest : public testing::Test {
     RandomClicksTest() {
         folder.makeFolder("settings");
         machine.fakeShell.folder = folder.path();
-        // Whatever is exported under a name without a folder.
+        // What is exported goes to one of these.
         std::filesystem::current_path(folder.path());
+        qputenv("HOME", folder.path().c_str());
     }
-    ~RandomClicksTest() override { std::filesystem::current_path(before_); }
+    ~RandomClicksTest() override {
+        std::filesystem::current_path(before_);
+        qputenv("HOME", home_);
+    }
 
     /// The search component lies beside the program.
     void installSearch() {
@@ -209,6 +213,7 @@ class RandomClicksTest : public testing::Test {
 
   private:
     std::filesystem::path before_ = std::filesystem::current_path();
+    QByteArray home_ = qgetenv("HOME");
 };
 
 int actionsWanted() {
@@ -234,9 +239,9 @@ void RandomClicksTest::useEverything() {
     user.mayAlso("nothing", 2, [] {});
     ProgramRun* running = nullptr;
     user.mayAlso("the session ends", 1, [&running] { running->end(); });
-    for (const char* end :
-         {"btnExit", "btnExit twice", "mnuFileExit", "close form_main", "close form_splash",
-          "Escape in form_splash", "Enter in form_splash", "Space in form_splash"}) {
+    for (const char* end : {"btnExit", "the session ends", "btnExit twice", "mnuFileExit",
+                            "close form_main", "close form_splash", "Escape in form_splash",
+                            "Enter in form_splash", "Space in form_splash"}) {
         user.doesRarely(end, 150);
     }
     for (const char* idle :
@@ -246,15 +251,16 @@ void RandomClicksTest::useEverything() {
         user.doesRarely(idle, 10);
     }
     // These lead to dialogs of the system, which reach files outside of this test.
-    for (const char* outside :
-         {"btnBrowse", "btnBrowse twice", "btnPrint", "btnPrint twice", "btnPdf", "btnPdf twice"}) {
+    for (const char* outside : {"actionOpen", "actionOpenFolder", "btnBrowse", "btnBrowse twice",
+                                "btnPrint", "btnPrint twice", "btnPdf", "btnPdf twice"}) {
         user.leavesAlone(outside);
     }
     for (const char* road :
-         {"btnNewBrowse", "btnNewOk", "btnExistOK", "inputMediaName", "btnScan", "mnuArchScan",
-          "btnArchive", "mnuArchSave", "mnArchExplore", "mnuPULKeywords", "mnuSearchSearch",
-          "queryLine", "comboKeywords", "comboNotes", "btnSelectKW", "btnKeyAdd", "btnSelectNote",
-          "btnNoteAdd", "btnApply"}) {
+         {"btnNewBrowse",    "btnNewOk",      "btnExistOK",  "inputMediaName", "btnScan",
+          "mnuArchScan",     "btnArchive",    "mnuArchSave", "mnArchExplore",  "mnuPULKeywords",
+          "mnuSearchSearch", "queryLine",     "listResults", "btnActions",     "next in menu",
+          "choose in menu",  "comboKeywords", "comboNotes",  "btnSelectKW",    "btnKeyAdd",
+          "btnSelectNote",   "btnNoteAdd",    "btnApply"}) {
         user.prefers(road, 6);
     }
     for (int left = actionsWanted(); left > 0;) {

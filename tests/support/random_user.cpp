@@ -46,6 +46,9 @@ std::vector<QPointer<QWidget>> windowsInReach() {
     return windows;
 }
 
+/// Of the program, not those of Qt's own controls.
+bool isNamedItem(const QString& name) { return name.startsWith("mn") || name.startsWith("action"); }
+
 QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
 void doubleClick(const QPointer<QWidget>& control, QPoint place) {
@@ -168,7 +171,7 @@ void RandomUser::addActionsOf(QWidget& window, std::vector<Action>& actions) {
         }
     }
     for (QAction* item : window.findChildren<QAction*>()) {
-        if (item->isEnabled() && !item->isSeparator() && item->objectName().startsWith("mn")) {
+        if (item->isEnabled() && !item->isSeparator() && isNamedItem(item->objectName())) {
             actions.push_back({nameOf(*item), weightOfMenuItem, [item] { item->trigger(); }});
         }
     }
