@@ -191,6 +191,18 @@ TEST_F(ArchiveTreeTest, ADoubleClickShowsTheFoldersThatItsClickReads) {
 
 // The keys
 
+TEST_F(ArchiveTreeTest, ATreeThatIsClearedForgetsTheKeys) {
+    addMedia(2);
+    show();
+    tree.setCurrentItem(tree.node("1:"));
+    QTest::keyClick(&tree, Qt::Key_Down);
+    tree.clearNodes();
+    addMedia(2);
+    tree.showNode("1:");
+    QTest::qWait(ArchiveTree::restOfKeys + 100);
+    EXPECT_EQ(clicked, Texts{});
+}
+
 TEST_F(ArchiveTreeTest, AKeyThatIsHeldDownClicksOnce) {
     addMedia(2);
     show();

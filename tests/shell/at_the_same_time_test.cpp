@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
@@ -193,6 +194,24 @@ TEST_F(AtTheSameTimeTest, AnotherArchiveDuringAWalkGetsTheScanWithTheNumberOfThe
     EXPECT_EQ(column("a.mdb", "media", "mediaid"), Texts{"1"});
     EXPECT_EQ(column("b.mdb", "media", "mediaid"), (Texts{"5", "2"}));
     EXPECT_EQ(count(column("b.mdb", "main", "path"), "2:"), 42);
+}
+
+TEST_F(AtTheSameTimeTest, ANewScanWindowWhileAHiddenOneStillWalks) {
+    prepareScan('d', "photos");
+    const QPointer<scan::FormScan> walking = desktop.scanWindow();
+    meanwhile([&] {
+        click(walking, "btnScan");
+        EXPECT_FALSE(walking->isVisible());
+        choose("mnuArchScan");
+        ASSERT_FALSE(walking.isNull()) << "its first walk has not ended";
+        EXPECT_NE(desktop.scanWindow(), walking.data());
+    });
+    click(walking, "btnScan");
+    ASSERT_EQ(happened, 1);
+    EXPECT_GT(names().size(), 42U);
+    EXPECT_TRUE(desktop.scanWindow()->isVisible());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(walking.isNull());
 }
 
 TEST_F(AtTheSameTimeTest, EnterHeldDownScansOnce) {
