@@ -368,7 +368,7 @@ TEST_F(AtTheSameTimeTest, ArchiveDuringAReadingIsNoConcernOfIt) {
     EXPECT_EQ(column("a.mdb", "main", "filename").size(), 32U + 42U);
 }
 
-TEST_F(AtTheSameTimeTest, AnUpdateOfTheMediumThatIsReadShowsWhatWasNotDeleted) {
+TEST_F(AtTheSameTimeTest, AnUpdateOfTheMediumThatIsReadShowsWhatWasReadBefore) {
     scan('d');
     explore();
     choose("mnuArchSave");
@@ -377,6 +377,8 @@ TEST_F(AtTheSameTimeTest, AnUpdateOfTheMediumThatIsReadShowsWhatWasNotDeleted) {
     meanwhile([&] { click(desktop.saveWindow(), "btnArchive"); });
     clickNode("1:");
     ASSERT_EQ(happened, 1);
+    EXPECT_EQ(count(names(), "stored"), 1) << "it was read already";
+    EXPECT_TRUE(hasNode("1:\\docs"));
     EXPECT_EQ(column("a.mdb", "main", "filename").size(), 42U);
     explore();
     clickNode("1:");
