@@ -17,6 +17,14 @@ constexpr int smallestWidth = 420;
 constexpr int millisecondsBetweenPaintings = 40;
 constexpr int millisecondsToTheLast = 400;
 
+/// Has its text made and measured only where it is painted: a bar does so for every number
+/// otherwise, and that takes longer than reading a record.
+class Bar : public QProgressBar {
+  public:
+    using QProgressBar::QProgressBar;
+    QString text() const override { return updatesEnabled() ? QProgressBar::text() : QString(); }
+};
+
 /// The bar's numbers are narrower than the count of an archive's records may be.
 int barNumber(std::int64_t number) {
     return static_cast<int>(std::clamp<std::int64_t>(number, std::numeric_limits<int>::min(),
@@ -31,7 +39,7 @@ FormProgress::FormProgress() {
     setMinimumWidth(smallestWidth);
     auto* label1 = new QLabel("Please wait while the archive is read.", this);
     label1->setObjectName("Label1");
-    progressInit_ = new QProgressBar(this);
+    progressInit_ = new Bar(this);
     progressInit_->setObjectName("progressInit");
     progressInit_->setAccessibleName("Progress");
     line_ = new controls::ProgressLine("displayProgress", this);
@@ -51,8 +59,6 @@ void FormProgress::setRange(std::int64_t minimum, std::int64_t maximum) {
 void FormProgress::setPosition(std::int64_t position) {
     if (isVisible()) {
         progressInit_->setUpdatesEnabled(false);
-        // A bar with a text measures it for every number, painted or not.
-        progressInit_->setTextVisible(false);
         paintLastSoon();
     }
     progressInit_->setValue(barNumber(position));
@@ -80,7 +86,6 @@ void FormProgress::paintBar() {
         return;
     }
     sinceBarPainted_.start();
-    progressInit_->setTextVisible(true);
     progressInit_->setUpdatesEnabled(true);
     progressInit_->repaint();
     progressInit_->setUpdatesEnabled(false);
@@ -96,7 +101,6 @@ void FormProgress::endRun() {
     endOfRun_.stop();
     line_->endRun();
     sinceBarPainted_.invalidate();
-    progressInit_->setTextVisible(true);
     progressInit_->setUpdatesEnabled(true);
 }
 
