@@ -1,18 +1,24 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
 #include "platform/shell_services.h"
 
-namespace shell {
+namespace platform {
 
-/// A file in a folder beside the program, with the machine's own separators. Worked out anew at
-/// every call, as the program folder may be moved.
-inline std::string programFile(platform::ShellServices& shell, std::string_view folder,
-                               std::string_view name) {
-    const char separator = shell.pathSeparator();
-    return shell.programFolder() + separator + std::string(folder) + separator + std::string(name);
+/// The path of what lies beside the program, one step for each folder and the last for the file,
+/// with the machine's own separators. Worked out anew at every call, as the program folder may be
+/// moved.
+inline std::string programFile(ShellServices& shell,
+                               std::initializer_list<std::string_view> steps) {
+    std::string path = shell.programFolder();
+    for (const std::string_view step : steps) {
+        path += shell.pathSeparator();
+        path += step;
+    }
+    return path;
 }
 
-}  // namespace shell
+}  // namespace platform

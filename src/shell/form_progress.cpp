@@ -14,7 +14,6 @@ namespace shell {
 namespace {
 
 constexpr int smallestWidth = 420;
-constexpr int millisecondsBetweenPaintings = 40;
 constexpr int millisecondsToTheLast = 400;
 
 /// The bar's numbers are narrower than the count of an archive's records may be.
@@ -28,7 +27,6 @@ int barNumber(std::int64_t number) {
 FormProgress::FormProgress() {
     setObjectName("form_progress");
     setWindowTitle("Loading . . .");
-    setMinimumWidth(smallestWidth);
     auto* label1 = new QLabel("Please wait while the archive is read.", this);
     label1->setObjectName("Label1");
     progressInit_ = new QProgressBar(this);
@@ -37,6 +35,7 @@ FormProgress::FormProgress() {
     line_ = new controls::ProgressLine("displayProgress", this);
 
     auto* layout = new QVBoxLayout(this);
+    layout->addStrut(smallestWidth);
     layout->addWidget(label1);
     layout->addWidget(progressInit_);
     layout->addWidget(line_);
@@ -75,8 +74,9 @@ void FormProgress::showProgress() {
 }
 
 void FormProgress::paintBar() {
-    if (!isVisible() || (sinceBarPainted_.isValid() &&
-                         !sinceBarPainted_.hasExpired(millisecondsBetweenPaintings))) {
+    if (!isVisible() ||
+        (sinceBarPainted_.isValid() &&
+         !sinceBarPainted_.hasExpired(controls::ProgressLine::millisecondsBetweenPaintings))) {
         return;
     }
     sinceBarPainted_.start();
