@@ -44,7 +44,6 @@ FormSave::FormSave(SaveSession session, base::EventBoundary& boundary,
     : PassingWindow(boundary, std::move(unloaded)), session_(std::move(session)) {
     setObjectName("form_save");
     setWindowTitle("Save to Archive");
-    setMinimumWidth(smallestWidth);
     createControls();
     layOut();
 }
@@ -116,6 +115,7 @@ void FormSave::layOut() {
     buttons->addWidget(btnArchive_);
     buttons->addWidget(btnCancel_);
     auto* layout = new QVBoxLayout(this);
+    layout->addStrut(smallestWidth);
     layout->addWidget(displayDrive_);
     layout->addWidget(frameSave_, 1);
     layout->addWidget(displayArchiving_);

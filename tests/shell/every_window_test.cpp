@@ -13,6 +13,7 @@
 #include "keywords/form_keywords.h"
 #include "save/form_save.h"
 #include "scan/form_scan.h"
+#include "search/form_search.h"
 #include "shell/help_window.h"
 #include "shell/keyword_columns.h"
 #include "shell/workspace.h"
@@ -23,6 +24,8 @@
 namespace shell {
 namespace {
 
+constexpr const char* searchLibrary = "libsearchcontrol.so";
+
 class EveryWindowTest : public support::DesktopTest, public testing::WithParamInterface<int> {
   protected:
     using Look = std::function<void(QWidget&)>;
@@ -32,6 +35,7 @@ class EveryWindowTest : public support::DesktopTest, public testing::WithParamIn
         font.setPointSizeF(usual_.pointSizeF() * GetParam());
         QApplication::setFont(font);
         machine.machineDrives.add('d', "HOLIDAY", 4);
+        folder.makeLink(searchLibrary, std::string(VERDOLIN_PROGRAM_FOLDER) + "/" + searchLibrary);
         folder.makeFile("help/vdln.hlp", "# One\n\nText\n\n# Two\n\n[One](#one)\n");
     }
     ~EveryWindowTest() override { QApplication::setFont(usual_); }
@@ -50,6 +54,8 @@ class EveryWindowTest : public support::DesktopTest, public testing::WithParamIn
         choose("mnuArchSave");
         lookAt(*desktop.saveWindow(), look);
         lookAtKeywords(look);
+        choose("mnuSearchSearch");
+        lookAt(*desktop.searchWindow(), look);
         choose("mnuHelpHelp");
         lookAt(*desktop.help(), look);
         choose("mnuHelpAbout");
@@ -119,13 +125,16 @@ class EveryWindowTest : public support::DesktopTest, public testing::WithParamIn
 };
 
 TEST_P(EveryWindowTest, ControlsThatTheKeysReachHaveNamesForAScreenReader) {
-    forEachWindow([](QWidget& window) {
+    int controls = 0;
+    forEachWindow([&](QWidget& window) {
         for (QWidget* control : focusChain(window)) {
+            ++controls;
             QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
             ASSERT_NE(spoken, nullptr);
             EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << nameOf(window, *control);
         }
     });
+    EXPECT_GT(controls, 40);
 }
 
 TEST_P(EveryWindowTest, TheTabulatorGoesAsOneReads) {
