@@ -14,7 +14,6 @@ namespace shell {
 namespace {
 
 constexpr int smallestWidth = 420;
-constexpr int millisecondsBetweenPaintings = 40;
 constexpr int millisecondsToTheLast = 400;
 
 /// Has its text made and measured only where it is painted: a bar does so for every number
@@ -36,7 +35,6 @@ int barNumber(std::int64_t number) {
 FormProgress::FormProgress() {
     setObjectName("form_progress");
     setWindowTitle("Loading . . .");
-    setMinimumWidth(smallestWidth);
     auto* label1 = new QLabel("Please wait while the archive is read.", this);
     label1->setObjectName("Label1");
     progressInit_ = new Bar(this);
@@ -45,6 +43,7 @@ FormProgress::FormProgress() {
     line_ = new controls::ProgressLine("displayProgress", this);
 
     auto* layout = new QVBoxLayout(this);
+    layout->addStrut(smallestWidth);
     layout->addWidget(label1);
     layout->addWidget(progressInit_);
     layout->addWidget(line_);
@@ -81,8 +80,9 @@ void FormProgress::showProgress() {
 }
 
 void FormProgress::paintBar() {
-    if (!isVisible() || (sinceBarPainted_.isValid() &&
-                         !sinceBarPainted_.hasExpired(millisecondsBetweenPaintings))) {
+    if (!isVisible() ||
+        (sinceBarPainted_.isValid() &&
+         !sinceBarPainted_.hasExpired(controls::ProgressLine::millisecondsBetweenPaintings))) {
         return;
     }
     sinceBarPainted_.start();

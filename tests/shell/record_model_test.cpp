@@ -130,6 +130,12 @@ TEST_F(RecordModelTest, ToolTipsShowTheTextAsItIs) {
               "<span>&lt;b&gt;bold&lt;/b&gt;</span>");
 }
 
+TEST_F(RecordModelTest, AHeadingThatIsCutIsToldByItsToolTip) {
+    model.insertColumnAt(1, "<b>Date Modified");
+    EXPECT_EQ(model.headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(),
+              "<span>&lt;b&gt;Date Modified</span>");
+}
+
 TEST_F(RecordModelTest, PlacesThatAreNotThereAreFailures) {
     EXPECT_THROW(model.insertColumnAt(2, "x"), base::SubscriptFailure);
     EXPECT_THROW(model.insertColumnAt(0, "x"), base::SubscriptFailure);
