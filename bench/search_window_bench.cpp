@@ -106,6 +106,7 @@ void measure(const char* what, Turns& turns, Action action) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a failure ends the benchmark
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const std::size_t count = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000;

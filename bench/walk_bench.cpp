@@ -14,6 +14,7 @@
 #include <string>
 
 #include "base/media_info.h"
+#include "counting_destination.h"
 #include "entry_tree.h"
 #include "platform/directory_lister.h"
 #include "platform/platform.h"
@@ -25,19 +26,6 @@ namespace {
 
 namespace fs = std::filesystem;
 constexpr int rounds = 5;
-
-class CountingDestination final : public scan::ScanDestination {
-  public:
-    std::int64_t store(const base::ScanEntry& entry, scan::SizeFit) override {
-        texts_ += entry.FileName.size() + entry.path.size() + entry.Type.size();
-        return ++count_;
-    }
-    std::int64_t count() const { return count_; }
-
-  private:
-    std::int64_t count_ = 0;
-    std::size_t texts_ = 0;
-};
 
 class CountingProgress final : public scan::ScanProgress {
   public:
@@ -51,7 +39,7 @@ std::int64_t walk(platform::Platform& platform) {
     base::MediaInfo media;
     media.mediaId = 1;
     media.driveLetter = "P";
-    CountingDestination destination;
+    bench::CountingDestination destination;
     CountingProgress progress;
     const auto lister = platform.createDirectoryLister();
     scan::Walker walker(media, *lister, destination, progress, scan::WalkLimits::Lifted);

@@ -21,6 +21,7 @@
 #include "archive/makedb.h"
 #include "base/pending_events.h"
 #include "base/program_state.h"
+#include "counting_destination.h"
 #include "entry_tree.h"
 #include "jet/engine.h"
 #include "platform/directory_lister.h"
@@ -41,18 +42,6 @@
 namespace {
 
 constexpr int rounds = 5;
-
-class CountingDestination final : public scan::ScanDestination {
-  public:
-    std::int64_t store(const base::ScanEntry& entry, scan::SizeFit) override {
-        texts_ += entry.FileName.size() + entry.path.size() + entry.Type.size();
-        return ++count_;
-    }
-
-  private:
-    std::int64_t count_ = 0;
-    std::size_t texts_ = 0;
-};
 
 class CountingProgress final : public scan::ScanProgress, public archive::SaveProgress {
   public:
@@ -89,7 +78,7 @@ class Work {
         base::MediaInfo media;
         media.mediaId = 1;
         media.driveLetter = "A";
-        CountingDestination destination;
+        bench::CountingDestination destination;
         CountingProgress progress;
         const auto lister = platform_.createDirectoryLister();
         scan::Walker(media, *lister, destination, progress, scan::WalkLimits::Lifted)

@@ -516,6 +516,16 @@ std::size_t utf16Length(std::string_view text) {
     return units;
 }
 
+std::string_view trimmedBlanks(std::string_view text) {
+    while (!text.empty() && text.front() == ' ') {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && text.back() == ' ') {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
 std::string_view firstUtf16Units(std::string_view text, std::size_t units) {
     // No character takes more units than bytes.
     if (text.size() <= units) {

@@ -42,6 +42,9 @@ std::size_t utf16Length(std::string_view text);
 /// At most `units` UTF-16 units from the front of `text`, never half a character.
 std::string_view firstUtf16Units(std::string_view text, std::size_t units);
 
+/// `text` without the blanks (U+0020 alone) at either end.
+std::string_view trimmedBlanks(std::string_view text);
+
 /// Lower-cases for a comparison that ignores case, as the database engine's does: every letter of
 /// Latin, Greek and Cyrillic with a simple one-to-one mapping (so not the dotted capital I, whose
 /// small letter belongs to the plain one), and the final sigma, which becomes a sigma as every

@@ -18,18 +18,9 @@ void appendUnit(char16_t unit, std::string& result) {
 }
 
 void appendEscape(char32_t character, std::string& result) {
-    switch (character) {
-        case '\n':
-            result += "\\n";
-            return;
-        case '\r':
-            result += "\\r";
-            return;
-        case '\t':
-            result += "\\t";
-            return;
-        default:
-            break;
+    if (const char* escape = shortEscape(character)) {
+        result += escape;
+        return;
     }
     std::string text;
     base::appendUtf8(character, text);

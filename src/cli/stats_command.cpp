@@ -42,6 +42,7 @@ void StatsCommand::addOptions(CLI::App& app) {
     addArchiveArgument(app, "ARCHIVE", "The archive's file", archive_);
     query_.addTo(app, QueryLine::Needed::No);
     std::vector<std::string> names;
+    names.reserve(groupings.size());
     for (const auto& [name, grouping] : groupings) {
         names.emplace_back(name);
     }

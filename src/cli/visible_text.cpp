@@ -52,18 +52,9 @@ constexpr std::array<Range, 8> wideRanges{{{0x1100, 0x115F},
                                            {0x20000, 0x3FFFD}}};
 
 void appendEscape(char32_t character, std::string& result) {
-    switch (character) {
-        case '\n':
-            result += "\\n";
-            return;
-        case '\r':
-            result += "\\r";
-            return;
-        case '\t':
-            result += "\\t";
-            return;
-        default:
-            break;
+    if (const char* known = shortEscape(character)) {
+        result += known;
+        return;
     }
     char escape[12];
     std::snprintf(escape, sizeof escape, character <= 0xFF ? "\\x%02x" : "\\u%04x",
@@ -82,6 +73,19 @@ int widthOf(char32_t character) {
 }
 
 }  // namespace
+
+const char* shortEscape(char32_t character) {
+    switch (character) {
+        case '\n':
+            return "\\n";
+        case '\r':
+            return "\\r";
+        case '\t':
+            return "\\t";
+        default:
+            return nullptr;
+    }
+}
 
 bool isHidden(char32_t character) {
     // Most characters of most names need no look at the table.

@@ -9,6 +9,10 @@ namespace cli {
 /// that change the direction of a text or hide in it.
 bool isHidden(char32_t character);
 
+/// The escape that terminals' users and JSON agree on: "\n", "\r", "\t"; null for all other
+/// characters.
+const char* shortEscape(char32_t character);
+
 /// `text` as it may go to a terminal and fits one line: hidden characters become "\n", "\t", "\r",
 /// "\x1b", "\u202e"; bytes that are not UTF-8 become U+FFFD. All else stays.
 std::string visibleText(std::string_view text);

@@ -7,12 +7,6 @@
 
 namespace controls {
 
-namespace {
-
-constexpr int millisecondsBetweenPaintings = 40;
-
-}  // namespace
-
 ProgressLine::ProgressLine(const char* labelName, QWidget* parent)
     : QWidget(parent), label_(new StatusLine({}, this)) {
     label_->setObjectName(labelName);

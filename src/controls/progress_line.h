@@ -14,6 +14,9 @@ class ProgressLine : public QWidget {
     Q_OBJECT
 
   public:
+    /// How long a painted text stays at least while it runs: an eye can tell no more.
+    static constexpr int millisecondsBetweenPaintings = 40;
+
     /// The label inside gets that name.
     ProgressLine(const char* labelName, QWidget* parent);
 

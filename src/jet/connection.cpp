@@ -21,21 +21,11 @@ constexpr std::string_view providerName = "Microsoft.Jet.OLEDB.4.0";
 constexpr std::array<std::string_view, 6> knownKeys{
     "Provider", "Data Source", "User ID", "Password", "Mode", "Persist Security Info"};
 
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && text.front() == ' ') {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && text.back() == ' ') {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 bool beginsKey(std::string_view text) {
-    text = trimmed(text);
+    text = base::trimmedBlanks(text);
     for (const std::string_view key : knownKeys) {
         if (text.size() > key.size() && base::equalIgnoringCase(text.substr(0, key.size()), key) &&
-            trimmed(text.substr(key.size())).starts_with('=')) {
+            base::trimmedBlanks(text.substr(key.size())).starts_with('=')) {
             return true;
         }
     }
@@ -48,7 +38,7 @@ std::size_t endOfValue(std::string_view text, std::size_t from) {
     for (std::size_t at = text.find(';', from); at != std::string_view::npos;
          at = text.find(';', at + 1)) {
         const std::string_view rest = text.substr(at + 1);
-        if (trimmed(rest).empty() || beginsKey(rest)) {
+        if (base::trimmedBlanks(rest).empty() || beginsKey(rest)) {
             return at;
         }
     }
@@ -63,11 +53,11 @@ std::string dataSourceOf(std::string_view text) {
         if (equals == std::string_view::npos) {
             break;
         }
-        const std::string_view key = trimmed(text.substr(at, equals - at));
+        const std::string_view key = base::trimmedBlanks(text.substr(at, equals - at));
         const std::size_t end = endOfValue(text, equals + 1);
         std::string_view value = text.substr(equals + 1, end - equals - 1);
         if (base::equalIgnoringCase(key, "Provider")) {
-            provider = trimmed(value);
+            provider = base::trimmedBlanks(value);
         } else if (base::equalIgnoringCase(key, "Data Source")) {
             if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
                 value = value.substr(1, value.size() - 2);

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "base/failure.h"
+#include "base/text.h"
 #include "jet/database_file.h"
 #include "jet/numeric.h"
 #include "jet/table.h"
@@ -22,16 +23,6 @@ constexpr std::int64_t mostWholeCurrency = std::numeric_limits<std::int64_t>::ma
 constexpr std::size_t mostDigits = 28;
 /// Memo texts longer than this are stored plain.
 constexpr std::size_t longestCompressedMemo = 1024;
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && text.front() == ' ') {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && text.back() == ' ') {
-        text.remove_suffix(1);
-    }
-    return text;
-}
 
 Numeric numericFrom(ByteSpan bytes, int scale) {
     Numeric numeric;
@@ -60,7 +51,7 @@ std::string bytesOf(const Numeric& numeric) {
 }  // namespace
 
 bool parseNumber(std::string_view text, double& number) {
-    text = trimmed(text);
+    text = base::trimmedBlanks(text);
     if (text.starts_with('+')) {
         text.remove_prefix(1);
         if (text.starts_with('-')) {

@@ -25,6 +25,7 @@ struct RowPlace {
     std::uint32_t page = 0;
     std::uint8_t slot = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): it is the defaulted comparison that compares with zero
     friend auto operator<=>(const RowPlace&, const RowPlace&) = default;
 };
 

@@ -38,8 +38,8 @@ FormKeywords::FormKeywords(base::ProgramState& state, RecordColumns& columns,
     setObjectName("form_keywords");
     setWindowTitle("Apply Keywords and Notes");
     setModal(true);
-    setMinimumWidth(smallestWidth);
     auto* layout = new QVBoxLayout(this);
+    layout->addStrut(smallestWidth);
     layout->addWidget(createKeywordsFrame());
     layout->addWidget(createNotesFrame());
     createInfo();
@@ -96,6 +96,8 @@ void FormKeywords::createInfo() {
         this);
     labelSelectFirst->setObjectName("labelSelectFirst");
     labelSelectFirst->setWordWrap(true);
+    // Otherwise the layout counts on fewer lines than there are at the smallest width.
+    labelSelectFirst->setMinimumHeight(labelSelectFirst->heightForWidth(smallestWidth));
     labelSelectFirst->setHidden(choice_.recordsEverSelected());
     btnApply_ = createButton("btnApply", "Apply", &FormKeywords::apply, this);
     btnApply_->setDefault(true);

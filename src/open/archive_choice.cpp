@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "base/file_path.h"
 #include "base/message_box.h"
 #include "base/program_state.h"
 #include "open/archive_texts.h"
@@ -109,15 +110,16 @@ void ArchiveChoice::collectKeywords() {
 }
 
 bool ArchiveChoice::makeRoom(const base::ArchiveLocation& archive) {
+    const std::filesystem::path file = base::filePath(archive.fullPath());
     std::error_code error;
-    if (!std::filesystem::is_regular_file(archive.fullPath(), error)) {
+    if (!std::filesystem::is_regular_file(file, error)) {
         return true;
     }
     if (messages_.show(eraseQuestion()) != base::MessageAnswer::Yes) {
         return false;
     }
     // That somebody else has deleted it meanwhile is as good.
-    std::filesystem::remove(archive.fullPath(), error);
+    std::filesystem::remove(file, error);
     if (error) {
         throw base::FileFailure(archive.fullPath() +
                                 ": the old archive cannot be erased: " + error.message());

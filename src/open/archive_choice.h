@@ -17,7 +17,7 @@ class ShellServices;
 
 namespace open {
 
-/// Creates an empty archive; true when that is done. A base::Failure counts as false.
+/// Creates an empty archive; true when that is done. A failure counts as false.
 using ArchiveCreator = std::function<bool(const base::ArchiveLocation&)>;
 
 /// What happens when the user chooses an archive: the current archive and the recent ones of

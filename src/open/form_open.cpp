@@ -14,6 +14,8 @@
 #include "base/event_boundary.h"
 #include "base/failure.h"
 #include "base/message_box.h"
+#include "controls/bring_to_front.h"
+#include "controls/roomy_rows.h"
 #include "controls/tip_text.h"
 #include "open/archive_choice.h"
 #include "open/archive_texts.h"
@@ -27,7 +29,7 @@ namespace {
 constexpr std::string_view archiveFilter = "Archives|*.mdb|All Files|*.*";
 constexpr std::string_view archiveExtension = ".mdb";
 constexpr int smallestWidth = 560;
-constexpr int rowSpacing = 6;
+constexpr int spaceBelowRows = 6;
 
 QLineEdit* createTextBox(const char* name, const QString& accessibleName, QWidget* parent) {
     auto* box = new QLineEdit(parent);
@@ -46,6 +48,18 @@ QHBoxLayout* buttonRow(std::initializer_list<QPushButton*> buttons) {
     return row;
 }
 
+/// A tab that asks for a file: what was chosen, the button that asks again, and at the bottom those
+/// that end the choice.
+void layOutFileFrame(QGroupBox* frame, QLineEdit* text, QPushButton* browse, QHBoxLayout* buttons) {
+    auto* choice = new QHBoxLayout;
+    choice->addWidget(text);
+    choice->addWidget(browse);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addLayout(choice);
+    layout->addStretch();
+    layout->addLayout(buttons);
+}
+
 QString shown(const std::string& text) { return QString::fromStdString(text); }
 
 /// Texts longer than their box show their beginning, where the archive's name is.
@@ -62,8 +76,9 @@ FormOpen::FormOpen(ArchiveChoice& choice, FileDialogs& comDialog, base::MessageB
     : choice_(choice), comDialog_(comDialog), messages_(messages), boundary_(boundary) {
     setObjectName("form_open");
     setWindowTitle("Open Archive");
-    setMinimumWidth(smallestWidth);
     auto* layout = new QVBoxLayout(this);
+    // A smallest width of the window itself would take the place of what its controls need.
+    layout->addStrut(smallestWidth);
     createTabs();
     layout->addWidget(tabs_);
     layout->setSpacing(0);
@@ -134,13 +149,15 @@ void FormOpen::createRecentList(QGroupBox* frame) {
     listRecent_->setAccessibleName("Recent archives");
     listRecent_->setHeaderLabels({"File Name", "Path"});
     listRecent_->setRootIsDecorated(false);
+    listRecent_->setItemDelegate(new controls::RoomyRows(listRecent_));
     listRecent_->setAllColumnsShowFocus(true);
     listRecent_->setUniformRowHeights(true);
     listRecent_->header()->resizeSection(0, smallestWidth / 3);
     // All rows are seen without scrolling.
+    const int rowHeight = controls::RoomyRows::smallestHeight(listRecent_->fontMetrics());
     listRecent_->setMinimumHeight(listRecent_->header()->sizeHint().height() +
-                                  ArchiveChoice::rowCount * rowHeight() +
-                                  2 * listRecent_->frameWidth() + rowSpacing);
+                                  ArchiveChoice::rowCount * rowHeight +
+                                  2 * listRecent_->frameWidth() + spaceBelowRows);
     // A selection is a click or a move with the keys. The current item alone is not: it is set as
     // soon as the list gets the focus.
     connect(listRecent_, &QTreeWidget::itemSelectionChanged, this, [this] {
@@ -154,8 +171,6 @@ void FormOpen::createRecentList(QGroupBox* frame) {
     });
 }
 
-int FormOpen::rowHeight() const { return fontMetrics().height() + rowSpacing; }
-
 void FormOpen::createExistingFrame() {
     QGroupBox* frame = addFrame(Existing, "Existing Archives");
     textExisting_ = createTextBox("textExisting", "Chosen archive", frame);
@@ -165,14 +180,8 @@ void FormOpen::createExistingFrame() {
     btnExistOK_ = createButton("btnExistOK", "OK", &FormOpen::openChosen, frame);
     QPushButton* btnExistCancel =
         createButton("btnExistCancel", "Cancel", &FormOpen::cancel, frame);
-
-    auto* layout = new QVBoxLayout(frame);
-    auto* choice = new QHBoxLayout;
-    choice->addWidget(textExisting_);
-    choice->addWidget(btnExistingBrowse);
-    layout->addLayout(choice);
-    layout->addStretch();
-    layout->addLayout(buttonRow({btnExistOK_, btnExistCancel}));
+    layOutFileFrame(frame, textExisting_, btnExistingBrowse,
+                    buttonRow({btnExistOK_, btnExistCancel}));
 }
 
 void FormOpen::createNewFrame() {
@@ -181,14 +190,7 @@ void FormOpen::createNewFrame() {
     QPushButton* btnNewBrowse = createButton("btnNewBrowse", "Save As", &FormOpen::openNew, frame);
     btnNewOk_ = createButton("btnNewOk", "OK", &FormOpen::createChosen, frame);
     QPushButton* btnNewCacnel = createButton("btnNewCacnel", "Cancel", &FormOpen::cancel, frame);
-
-    auto* layout = new QVBoxLayout(frame);
-    auto* choice = new QHBoxLayout;
-    choice->addWidget(textNew_);
-    choice->addWidget(btnNewBrowse);
-    layout->addLayout(choice);
-    layout->addStretch();
-    layout->addLayout(buttonRow({btnNewOk_, btnNewCacnel}));
+    layOutFileFrame(frame, textNew_, btnNewBrowse, buttonRow({btnNewOk_, btnNewCacnel}));
 }
 
 void FormOpen::load() {
@@ -196,9 +198,7 @@ void FormOpen::load() {
     if (choice_.commands().showMainWindow) {
         choice_.commands().showMainWindow();
     }
-    show();
-    raise();
-    activateWindow();
+    controls::bringToFront(*this);
 }
 
 void FormOpen::clickTab(int tab) {
@@ -237,7 +237,6 @@ void FormOpen::fillRecentList() {
     for (int position = 1; position <= ArchiveChoice::rowCount; ++position) {
         const base::ArchiveLocation archive = choice_.row(position);
         auto* item = new QTreeWidgetItem({shown(archive.name), shown(archive.folder)});
-        item->setSizeHint(0, {0, rowHeight()});
         item->setToolTip(1, controls::tipText(item->text(1)));
         listRecent_->addTopLevelItem(item);
     }

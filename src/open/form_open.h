@@ -68,7 +68,6 @@ class FormOpen : public QDialog {
     void createNewFrame();
     QGroupBox* addFrame(Tab tab, const QString& caption);
     void createRecentList(QGroupBox* frame);
-    int rowHeight() const;
 
     void clickTab(int tab);
     void bringToFront(Tab tab);

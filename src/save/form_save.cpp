@@ -13,6 +13,7 @@
 
 #include "base/failure.h"
 #include "controls/plain_frame.h"
+#include "controls/roomy_rows.h"
 #include "controls/status_line.h"
 
 namespace save {
@@ -21,7 +22,6 @@ namespace {
 
 constexpr int smallestWidth = 480;
 constexpr int shownRows = 6;
-constexpr int rowSpacing = 2;
 
 QString shown(const std::string& text) { return QString::fromStdString(text); }
 
@@ -61,7 +61,6 @@ FormSave::FormSave(SaveSession session, base::EventBoundary& boundary,
     : PassingWindow(boundary, std::move(unloaded)), session_(std::move(session)) {
     setObjectName("form_save");
     setWindowTitle("Save to Archive");
-    setMinimumWidth(smallestWidth);
     createControls();
     layOut();
 }
@@ -97,10 +96,10 @@ void FormSave::createMediaList() {
     listMedia_->setObjectName("listMedia");
     listMedia_->setAccessibleName("Media of the archive");
     listMedia_->setUniformItemSizes(true);
-    listMedia_->setSpacing(rowSpacing);
+    listMedia_->setItemDelegate(new controls::RoomyRows(listMedia_));
     listMedia_->setTextElideMode(Qt::ElideMiddle);
     listMedia_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    listMedia_->setMinimumHeight(shownRows * (fontMetrics().lineSpacing() + 2 * rowSpacing) +
+    listMedia_->setMinimumHeight(shownRows * controls::RoomyRows::smallestHeight(fontMetrics()) +
                                  2 * listMedia_->frameWidth());
 }
 
@@ -133,6 +132,7 @@ void FormSave::layOut() {
     buttons->addWidget(btnArchive_);
     buttons->addWidget(btnCancel_);
     auto* layout = new QVBoxLayout(this);
+    layout->addStrut(smallestWidth);
     layout->addWidget(displayDrive_);
     layout->addWidget(frameSave_, 1);
     layout->addWidget(displayArchiving_);

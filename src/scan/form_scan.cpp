@@ -29,7 +29,6 @@ FormScan::FormScan(DesktopScan& scan, base::MessageBox& messages, base::EventBou
     : PassingWindow(boundary, std::move(unloaded)), scan_(scan), messages_(messages) {
     setObjectName("form_scan");
     setWindowTitle("Scan for Archive");
-    setMinimumWidth(smallestWidth);
     createControls();
 }
 
@@ -103,6 +102,7 @@ void FormScan::layOut(QGroupBox* frame) {
     buttons->addWidget(btnScan_);
     buttons->addWidget(btnCancel_);
     auto* layout = new QVBoxLayout(this);
+    layout->addStrut(smallestWidth);
     layout->addWidget(displayArchiveName_);
     layout->addWidget(frame);
     layout->addWidget(progress_);

@@ -66,8 +66,7 @@ std::vector<std::string_view> Index::knownKeywords() const {
         }
     }
     std::ranges::sort(result);
-    const auto repeated = std::ranges::unique(result);
-    result.erase(repeated.begin(), repeated.end());
+    result.erase(std::unique(result.begin(), result.end()), result.end());
     return result;
 }
 

@@ -456,7 +456,7 @@ std::optional<Node> TermReader::readExtensions(const QueryWord& value) {
 }
 
 std::optional<Node> TermReader::readType(const QueryWord& value) {
-    const std::optional<Node> text = readText(TextTarget::Type, value);
+    std::optional<Node> text = readText(TextTarget::Type, value);
     const std::string word = foldedText(value.text);
     const auto* const kind = std::ranges::find_if(fileKinds, [&](const FileKind& each) {
         return word == each.word || word == std::string(each.word) + "s";

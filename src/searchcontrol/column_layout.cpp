@@ -55,7 +55,7 @@ QString columnLayout(const QHeaderView& header) {
 
 void setColumnLayout(QHeaderView& header, const QString& layout) {
     int place = 0;
-    for (QString part : layout.split(',', Qt::SkipEmptyParts)) {
+    for (const QString& part : layout.split(',', Qt::SkipEmptyParts)) {
         const bool isHidden = part.startsWith('-');
         const QStringList pieces = part.mid(isHidden ? 1 : 0).split(':');
         const auto column = search::columnOfKey(pieces[0].toStdString());

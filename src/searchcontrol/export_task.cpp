@@ -26,8 +26,8 @@ void ExportTask::start(const QString& file, ChosenEntries entries, search::Expor
     if (!file_->open(QIODevice::WriteOnly)) {
         fail();
     }
-    exporter_.reset(
-        new search::Exporter(*entries_.index, entries_.rows, format, std::move(options), *this));
+    exporter_ = std::make_unique<search::Exporter>(*entries_.index, entries_.rows, format,
+                                                   std::move(options), *this);
     slices_.start([this](const search::Budget& budget) { return exportOn(budget); });
 }
 

@@ -17,7 +17,7 @@ std::string nativePlaceOf(const search::Index& index, search::Row row, platform:
         if (!base::equalIgnoringCase(drive.label, medium.mediaLabel)) {
             continue;
         }
-        const std::string place = platform::nativePath(drive.folder, path);
+        std::string place = platform::nativePath(drive.folder, path);
         const QFileInfo found(text(place));
         if (found.exists() && found.isDir() == index.isFolder(row)) {
             return place;

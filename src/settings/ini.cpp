@@ -2,7 +2,7 @@
 
 #include "base/archive_location.h"
 #include "platform/private_profile.h"
-#include "platform/shell_services.h"
+#include "platform/program_file.h"
 #include "settings/settings_keys.h"
 
 namespace settings {
@@ -19,8 +19,7 @@ base::ArchiveLocation readLocation(platform::PrivateProfile& profile, std::strin
 }  // namespace
 
 std::string settingsPath(platform::ShellServices& shell) {
-    const char separator = shell.pathSeparator();
-    return shell.programFolder() + separator + "settings" + separator + "vdln.ini";
+    return platform::programFile(shell, {"settings", "vdln.ini"});
 }
 
 void loadSettings(base::ProgramState& state, platform::ShellServices& shell,

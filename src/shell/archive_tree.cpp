@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "controls/roomy_rows.h"
 #include "controls/tip_text.h"
 #include "shell/pictures.h"
-#include "shell/roomy_rows.h"
 
 namespace shell {
 
@@ -46,7 +46,7 @@ class ArchiveTree::Node : public QTreeWidgetItem {
 
 ArchiveTree::ArchiveTree(QWidget* parent) : QTreeWidget(parent) {
     setHeaderHidden(true);
-    setItemDelegate(new RoomyRows(this));
+    setItemDelegate(new controls::RoomyRows(this));
     // Without this every row would be measured before the first one is shown.
     setUniformRowHeights(true);
     // Texts that do not fit are reached by scrolling; deep folders would not be seen at all.

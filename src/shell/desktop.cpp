@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QScreen>
 #include <QUrl>
 #include <QWindow>
 
 #include "archive/makedb.h"
+#include "controls/bring_to_front.h"
 #include "explore/explorearchive.h"
 #include "keywords/form_keywords.h"
 #include "keywords/initkeywords.h"
@@ -26,16 +28,6 @@
 #include "shell/workspace.h"
 
 namespace shell {
-
-namespace {
-
-void bringToFront(QWidget& window) {
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
-
-}  // namespace
 
 Desktop::Desktop(DesktopParts parts)
     : parts_(std::move(parts)),
@@ -70,8 +62,10 @@ void Desktop::showSplash() {
         splash_ = std::make_unique<FormSplash>(
             parts_.platform.shell(), movies_, parts_.boundary,
             FormSplash::Commands{[this] { showOpenWindow(); }, [this] { endProgram(); }});
+        splash_->adjustSize();
+        placeInMiddle(*splash_);
     }
-    bringToFront(*splash_);
+    controls::bringToFront(*splash_);
 }
 
 void Desktop::showOpenWindow() {
@@ -79,7 +73,7 @@ void Desktop::showOpenWindow() {
         createOpenWindow();
         return;
     }
-    bringToFront(*open_);
+    controls::bringToFront(*open_);
 }
 
 void Desktop::createOpenWindow() {
@@ -144,14 +138,13 @@ void Desktop::showLoading() {
     window.raise();
 }
 
-/// In front of the main window, in its middle.
+/// In front of the main window, in its middle; before there is one, in the middle of the screen.
 void Desktop::placeInMiddle(QWidget& window) {
-    if (main_) {
-        keepInFront(window);
-        QRect place = window.frameGeometry();
-        place.moveCenter(main_->frameGeometry().center());
-        window.move(place.topLeft());
-    }
+    keepInFront(window);
+    const QRect around = main_ ? main_->frameGeometry() : window.screen()->availableGeometry();
+    QRect place = window.frameGeometry();
+    place.moveCenter(around.center());
+    window.move(place.topLeft());
 }
 
 /// Not every window system lets a program raise its windows; all of them keep one that belongs to
@@ -168,7 +161,7 @@ void Desktop::showScanWindow() {
     if (scanWindow_.get() == nullptr || !scanWindow_.get()->isVisible()) {
         createScanWindow();
     }
-    bringToFront(*scanWindow_.get());
+    controls::bringToFront(*scanWindow_.get());
 }
 
 void Desktop::createScanWindow() {
@@ -186,7 +179,7 @@ void Desktop::showSaveWindow() {
     if (saveWindow_.get() == nullptr) {
         createSaveWindow();
     }
-    bringToFront(*saveWindow_.get());
+    controls::bringToFront(*saveWindow_.get());
 }
 
 void Desktop::createSaveWindow() {
@@ -224,7 +217,7 @@ void Desktop::showSearchWindow() {
 }
 
 void Desktop::showEntry(const search::FoundEntry& entry) {
-    bringToFront(*main_);
+    controls::bringToFront(*main_);
     // A folder is shown by what is in it, as the list holds files only.
     const std::string key = entry.isFolder ? entry.path + "\\" + entry.name : entry.path;
     if (!explore_->showFolder(entry.mediaId, key)) {
@@ -251,9 +244,11 @@ void Desktop::showKeywords() {
 
 void Desktop::showAbout() {
     if (!about_) {
-        about_ = std::make_unique<FormAbout>(parts_.platform.shell());
+        about_ = std::make_unique<FormAbout>(parts_.platform.shell(), parts_.boundary);
+        about_->adjustSize();
+        placeInMiddle(*about_);
     }
-    bringToFront(*about_);
+    controls::bringToFront(*about_);
 }
 
 FormFlashLoading& Desktop::loading() {

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "base/event_boundary.h"
 #include "platform/shell_services.h"
 #include "shell/pictures.h"
 
@@ -16,13 +17,13 @@ namespace {
 constexpr const char* webAddress = "https://verdolin.example/";
 constexpr int pictureSide = 160;
 
-QLabel* createLink(QWidget* parent, platform::ShellServices& shell) {
+QLabel* createLink(QWidget* parent, platform::ShellServices& shell, base::EventBoundary& boundary) {
     auto* link = new QLabel(QString("<a href=\"%1\">%1</a>").arg(webAddress), parent);
     link->setObjectName("labelAboutWebLink");
     link->setAccessibleName(QString("Web page of the makers, ") + webAddress);
     link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     QObject::connect(link, &QLabel::linkActivated, parent,
-                     [&shell] { shell.openWebPage(webAddress); });
+                     [&] { boundary.run([&] { shell.openWebPage(webAddress); }); });
     return link;
 }
 
@@ -37,7 +38,7 @@ QLabel* createPicture(QWidget* parent) {
 
 }  // namespace
 
-FormAbout::FormAbout(platform::ShellServices& shell) {
+FormAbout::FormAbout(platform::ShellServices& shell, base::EventBoundary& boundary) {
     setObjectName("form_about");
     setWindowTitle("About Verdolin");
     auto* frameAbout = new QGroupBox("About Verdolin Version 1.01", this);
@@ -46,7 +47,7 @@ FormAbout::FormAbout(platform::ShellServices& shell) {
         new QLabel("Verdolin Version 1.01\nCopyright 2001 The makers of Verdolin", frameAbout);
     labelAbout->setObjectName("labelAbout");
     QLabel* imageAbout = createPicture(frameAbout);
-    QLabel* labelAboutWebLink = createLink(frameAbout, shell);
+    QLabel* labelAboutWebLink = createLink(frameAbout, shell, boundary);
     auto* btnAboutClose = new QPushButton("Close", this);
     btnAboutClose->setObjectName("btnAboutClose");
     btnAboutClose->setAutoDefault(true);

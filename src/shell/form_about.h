@@ -2,6 +2,9 @@
 
 #include <QWidget>
 
+namespace base {
+class EventBoundary;
+}
 namespace platform {
 class ShellServices;
 }
@@ -12,8 +15,8 @@ namespace shell {
 /// system's browser; whether that worked is not asked.
 class FormAbout : public QWidget {
   public:
-    /// `shell` must outlive the window.
-    explicit FormAbout(platform::ShellServices& shell);
+    /// Both must outlive the window.
+    FormAbout(platform::ShellServices& shell, base::EventBoundary& boundary);
 };
 
 }  // namespace shell

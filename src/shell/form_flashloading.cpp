@@ -2,8 +2,8 @@
 
 #include <QVBoxLayout>
 
+#include "platform/program_file.h"
 #include "shell/movie_player.h"
-#include "shell/program_file.h"
 
 namespace shell {
 
@@ -18,7 +18,7 @@ FormFlashLoading::FormFlashLoading(platform::ShellServices& shell, MovieOpener& 
     flashLoading->setMinimumSize(flashLoading->sizeHint() / 2);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(flashLoading);
-    flashLoading->setMovie(programFile(shell, "settings", "accessdata.swf"));
+    flashLoading->setMovie(platform::programFile(shell, {"settings", "accessdata.swf"}));
     resize(minimumSizeHint());
 }
 

@@ -11,10 +11,10 @@
 #include "base/checked.h"
 #include "base/event_boundary.h"
 #include "base/program_state.h"
+#include "platform/program_file.h"
 #include "shell/archive_tree.h"
 #include "shell/common_dialog.h"
 #include "shell/pictures.h"
-#include "shell/program_file.h"
 #include "shell/workspace.h"
 
 namespace shell {
@@ -214,7 +214,7 @@ void FormMain::chooseHelp() {
     try {
         comDialog_->setCancelError(true);
         comDialog_->setHelpCommand(CommonDialog::OpenHelpFile);
-        comDialog_->setHelpFile(programFile(shell_, "help", "vdln.hlp"));
+        comDialog_->setHelpFile(platform::programFile(shell_, {"help", "vdln.hlp"}));
         comDialog_->showHelp();
     } catch (const std::exception&) {
         // Help that cannot be shown is passed over in silence.

@@ -14,8 +14,15 @@ namespace shell {
 namespace {
 
 constexpr int smallestWidth = 420;
-constexpr int millisecondsBetweenPaintings = 40;
 constexpr int millisecondsToTheLast = 400;
+
+/// Has its text made and measured only where it is painted: a bar does so for every number
+/// otherwise, and that takes longer than reading a record.
+class Bar : public QProgressBar {
+  public:
+    using QProgressBar::QProgressBar;
+    QString text() const override { return updatesEnabled() ? QProgressBar::text() : QString(); }
+};
 
 /// The bar's numbers are narrower than the count of an archive's records may be.
 int barNumber(std::int64_t number) {
@@ -28,15 +35,15 @@ int barNumber(std::int64_t number) {
 FormProgress::FormProgress() {
     setObjectName("form_progress");
     setWindowTitle("Loading . . .");
-    setMinimumWidth(smallestWidth);
     auto* label1 = new QLabel("Please wait while the archive is read.", this);
     label1->setObjectName("Label1");
-    progressInit_ = new QProgressBar(this);
+    progressInit_ = new Bar(this);
     progressInit_->setObjectName("progressInit");
     progressInit_->setAccessibleName("Progress");
     line_ = new controls::ProgressLine("displayProgress", this);
 
     auto* layout = new QVBoxLayout(this);
+    layout->addStrut(smallestWidth);
     layout->addWidget(label1);
     layout->addWidget(progressInit_);
     layout->addWidget(line_);
@@ -51,8 +58,6 @@ void FormProgress::setRange(std::int64_t minimum, std::int64_t maximum) {
 void FormProgress::setPosition(std::int64_t position) {
     if (isVisible()) {
         progressInit_->setUpdatesEnabled(false);
-        // A bar with a text measures it for every number, painted or not.
-        progressInit_->setTextVisible(false);
         paintLastSoon();
     }
     progressInit_->setValue(barNumber(position));
@@ -75,12 +80,12 @@ void FormProgress::showProgress() {
 }
 
 void FormProgress::paintBar() {
-    if (!isVisible() || (sinceBarPainted_.isValid() &&
-                         !sinceBarPainted_.hasExpired(millisecondsBetweenPaintings))) {
+    if (!isVisible() ||
+        (sinceBarPainted_.isValid() &&
+         !sinceBarPainted_.hasExpired(controls::ProgressLine::millisecondsBetweenPaintings))) {
         return;
     }
     sinceBarPainted_.start();
-    progressInit_->setTextVisible(true);
     progressInit_->setUpdatesEnabled(true);
     progressInit_->repaint();
     progressInit_->setUpdatesEnabled(false);
@@ -96,7 +101,6 @@ void FormProgress::endRun() {
     endOfRun_.stop();
     line_->endRun();
     sinceBarPainted_.invalidate();
-    progressInit_->setTextVisible(true);
     progressInit_->setUpdatesEnabled(true);
 }
 

@@ -6,8 +6,8 @@
 #include <QVBoxLayout>
 
 #include "base/event_boundary.h"
+#include "platform/program_file.h"
 #include "shell/movie_player.h"
-#include "shell/program_file.h"
 
 namespace shell {
 
@@ -43,7 +43,7 @@ FormSplash::FormSplash(platform::ShellServices& shell, MovieOpener& movies,
 }
 
 void FormSplash::initializeFlash() {
-    flashOverview_->setMovie(programFile(shell_, "settings", "overview.swf"));
+    flashOverview_->setMovie(platform::programFile(shell_, {"settings", "overview.swf"}));
 }
 
 void FormSplash::start() {

@@ -14,7 +14,8 @@
 #include <QVBoxLayout>
 
 #include "base/failure.h"
-#include "shell/roomy_rows.h"
+#include "controls/bring_to_front.h"
+#include "controls/roomy_rows.h"
 
 namespace shell {
 
@@ -81,7 +82,7 @@ QWidget* HelpWindow::createContents() {
     listContents_ = new QListWidget(half);
     listContents_->setObjectName("listContents");
     listContents_->setAccessibleName("Contents");
-    listContents_->setItemDelegate(new RoomyRows(listContents_));
+    listContents_->setItemDelegate(new controls::RoomyRows(listContents_));
     labelContents->setBuddy(listContents_);
     connect(listContents_, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
         if (item != nullptr && item->data(pageRole).toInt() != noPage) {
@@ -170,9 +171,7 @@ void HelpDesk::showHelpFile(const std::string& path) {
         window_ = std::make_unique<HelpWindow>();
     }
     window_->setBook(std::move(book));
-    window_->show();
-    window_->raise();
-    window_->activateWindow();
+    controls::bringToFront(*window_);
 }
 
 }  // namespace shell

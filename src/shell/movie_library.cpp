@@ -1,7 +1,7 @@
 #include "shell/movie_library.h"
 
 #include "base/failure.h"
-#include "platform/shell_services.h"
+#include "platform/program_file.h"
 
 namespace shell {
 
@@ -13,8 +13,7 @@ constexpr const char* libraryName = "libverdolin_movies";
 
 bool MovieLibrary::findLibrary() {
     try {
-        const std::string place = shell_.programFolder() + shell_.pathSeparator() + libraryName;
-        library_.setFileName(QString::fromStdString(place));
+        library_.setFileName(QString::fromStdString(platform::programFile(shell_, {libraryName})));
         return true;
     } catch (const base::Failure&) {
         return false;

@@ -5,7 +5,7 @@
 #include <QShortcut>
 #include <algorithm>
 
-#include "shell/roomy_rows.h"
+#include "controls/roomy_rows.h"
 #include "shell/workspace_layout.h"
 
 namespace shell {
@@ -14,17 +14,36 @@ namespace {
 
 constexpr int columnsWithKeys = 10;
 
+/// Headings that do not fit end in dots.
+class Headings : public QHeaderView {
+  public:
+    explicit Headings(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+  protected:
+    /// The header's own way measures the texts by the width of the whole header.
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
+        QHeaderView::initStyleOptionForIndex(option, section);
+        int besideText = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, option, this);
+        if (isSortIndicatorShown() && sortIndicatorSection() == section) {
+            besideText += style()->pixelMetric(QStyle::PM_HeaderMarkSize, option, this);
+        }
+        option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight,
+                                                      sectionSize(section) - besideText);
+    }
+};
+
 }  // namespace
 
 RecordList::RecordList(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
     // Without this every row would be measured before the first one is shown.
     setUniformRowHeights(true);
-    setItemDelegate(new RoomyRows(this));
+    setItemDelegate(new controls::RoomyRows(this));
     setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     setSelectionMode(ExtendedSelection);
     setSelectionBehavior(SelectRows);
+    setHeader(new Headings(this));
     setModel(&model_);
     header()->setSectionsClickable(true);
     header()->setSectionsMovable(false);

@@ -182,6 +182,9 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
     if (role == Qt::TextAlignmentRole) {
         return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
     }
+    if (role == Qt::ToolTipRole) {
+        return controls::tipText(headings_[section]);
+    }
     return role == Qt::DisplayRole ? QVariant(headings_[section]) : QVariant();
 }
 

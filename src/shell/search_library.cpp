@@ -4,7 +4,7 @@
 
 #include "base/failure.h"
 #include "platform/platform.h"
-#include "platform/shell_services.h"
+#include "platform/program_file.h"
 
 namespace shell {
 
@@ -24,8 +24,7 @@ SearchLibrary::SearchLibrary(search::SearchHost host) : host_(std::move(host)) {
 /// Why it cannot be used; empty where it can.
 std::string SearchLibrary::load() {
     if (!library_.isLoaded()) {
-        platform::ShellServices& shell = host_.platform.shell();
-        const std::string place = shell.programFolder() + shell.pathSeparator() + libraryName;
+        const std::string place = platform::programFile(host_.platform.shell(), {libraryName});
         library_.setFileName(QString::fromStdString(place));
         if (!library_.load()) {
             return library_.errorString().toStdString();

@@ -428,6 +428,14 @@ TEST(FoldCase, WhatHasNoSmallLetterOfItsOwnStays) {
 
 TEST(FoldCase, TheFinalSigmaCountsAsASigma) { EXPECT_EQ(foldCase(U'ς'), U'σ'); }
 
+TEST(TrimmedBlanks, TakesTheBlanksOfBothEndsOnly) {
+    EXPECT_EQ(trimmedBlanks("  a b "), "a b");
+    EXPECT_EQ(trimmedBlanks("a b"), "a b");
+    EXPECT_EQ(trimmedBlanks("\ta "), "\ta");
+    EXPECT_EQ(trimmedBlanks("   "), "");
+    EXPECT_EQ(trimmedBlanks(""), "");
+}
+
 TEST(FoldCase, FoldingTwiceIsFoldingOnce) {
     for (char32_t codePoint = 0; codePoint <= highestCodePoint; ++codePoint) {
         const char32_t folded = foldCase(codePoint);

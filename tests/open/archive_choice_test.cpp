@@ -114,6 +114,14 @@ TEST_F(ArchiveChoiceTest, YesErasesTheFileThatIsInTheWay) {
     EXPECT_EQ(state.archiveName, "old.mdb");
 }
 
+TEST_F(ArchiveChoiceTest, AFileIsFoundAndErasedInWhateverScriptItsNameIs) {
+    folder.makeFile("Ærø 日本 😀.mdb", "old");
+    messages.expect(MessageAnswer::Yes);
+    choice.createNew(inFolder("Ærø 日本 😀.mdb"));
+    EXPECT_FALSE(folder.exists("Ærø 日本 😀.mdb"));
+    EXPECT_EQ(messages.asked, std::vector{eraseQuestion()});
+}
+
 TEST_F(ArchiveChoiceTest, NoAndCancelKeepTheFileAndEverythingElse) {
     folder.makeFile("old.mdb", "old");
     state.archiveName = "before.mdb";

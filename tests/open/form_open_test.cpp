@@ -449,6 +449,26 @@ TEST_F(FormOpenTest, TheCloseBoxKeepsTheArchiveOpen) {
     EXPECT_EQ(state.archiveName, "c.mdb");
 }
 
+TEST_F(FormOpenTest, EscapeIsTheCloseBox) {
+    writeSixArchives();
+    form.load();
+    QTest::keyClick(&form, Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(state.archiveName, "c.mdb");
+}
+
+TEST_F(FormOpenTest, AfterCancelARecentArchiveGivesItsPlaceToNone) {
+    writeSixArchives();
+    form.load();
+    clickRow(3);
+    click("btnRecentCancel");
+    form.show();
+    click("btnRecentOpen");
+    EXPECT_EQ(settings(),
+              "[recentarchives]\ncurrent=/r3/3.mdb\nrecent1=/r1/1.mdb\nrecent2=/r2/2.mdb\n"
+              "recent3=\nrecent4=/r4/4.mdb\nrecent5=/r5/5.mdb\n");
+}
+
 TEST_F(FormOpenTest, ASettingsFolderThatIsNotThereIsPassedOver) {
     folder.remove("settings");
     form.load();

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QWindow>
 
@@ -102,15 +103,16 @@ TEST_F(DesktopTest, ARecentArchiveIsOpenedAndExchanged) {
 
 TEST_F(DesktopTest, TheOpenWindowComesBackWithItsState) {
     start();
+    const open::FormOpen* window = desktop.openWindow();
     dialogs.choose("/x/y.mdb");
     clickTab(1);
     messages.expect(MessageAnswer::Ok);
     click(desktop.openWindow(), "btnExistOK");
     desktop.openWindow()->close();
     choose("mnuFileOpen");
-    EXPECT_TRUE(desktop.openWindow()->isVisible());
-    EXPECT_EQ(desktop.openWindow()->findChild<QLineEdit*>("textExisting")->text(),
-              "y.mdb  found at: /x/");
+    EXPECT_EQ(desktop.openWindow(), window);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->findChild<QLineEdit*>("textExisting")->text(), "y.mdb  found at: /x/");
 }
 
 TEST_F(DesktopTest, ACurrentArchiveThatNoLongerExistsIsToldAndTheOpenWindowStays) {
@@ -176,11 +178,41 @@ TEST_F(DesktopTest, AboutIsMadeOnceAndShown) {
     EXPECT_TRUE(about->isVisible());
 }
 
-TEST_F(DesktopTest, HelpIsShownFromBesideTheProgram) {
+TEST_F(DesktopTest, SplashAndAboutStandInTheMiddle) {
+    // The frame that the window system adds is known only when the window is shown.
+    constexpr int frame = 40;
+    const auto distance = [](const QRect& one, const QRect& other) {
+        return (one.center() - other.center()).manhattanLength();
+    };
+    desktop.showSplash();
+    EXPECT_LE(distance(desktop.splash()->frameGeometry(),
+                       desktop.splash()->screen()->availableGeometry()),
+              frame);
+    click(desktop.splash(), "btnStart");
+    choose("mnuHelpAbout");
+    EXPECT_LE(distance(desktop.about()->frameGeometry(), desktop.mainWindow()->frameGeometry()),
+              frame);
+    EXPECT_EQ(desktop.about()->windowHandle()->transientParent(),
+              desktop.mainWindow()->windowHandle());
+}
+
+TEST_F(DesktopTest, AMissingHelpFileProducesNoMessage) {
     start();
     choose("mnuHelpHelp");
     EXPECT_EQ(desktop.help(), nullptr);
     EXPECT_TRUE(messages.asked.empty());
+}
+
+TEST_F(DesktopTest, AHelpFileThatIsNoneProducesNoMessage) {
+    start();
+    folder.makeFile("help/vdln.hlp", "\xFF\xFE no text");
+    choose("mnuHelpHelp");
+    EXPECT_EQ(desktop.help(), nullptr);
+    EXPECT_TRUE(messages.asked.empty());
+}
+
+TEST_F(DesktopTest, HelpIsShownFromBesideTheProgram) {
+    start();
     folder.makeFile("help/vdln.hlp", "# Help\n");
     choose("mnuHelpHelp");
     EXPECT_TRUE(desktop.help()->isVisible());

@@ -7,9 +7,11 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 #include <QTest>
 #include <QTreeWidget>
 #include <QWindow>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -141,11 +143,17 @@ TEST_F(FormMainTest, BothStatusLinesReadLoading) {
     }
 }
 
-TEST_F(FormMainTest, HoldsTheDeclaredControls) {
-    for (const char* name : {"comDialog", "scan_main", "tvArchiveExplore", "listScan",
-                             "displayDriveInfo", "expImageList"}) {
-        EXPECT_NE(main.findChild<QObject*>(name), nullptr) << name;
+TEST_F(FormMainTest, HoldsTheDeclaredControlsInTheirOrder) {
+    const Log declared{"comDialog",        "scan_main",        "tvArchiveExplore", "listScan",
+                       "displayDriveInfo", "displayDriveInfo", "expImageList"};
+    Log found;
+    for (const QObject* control : main.findChildren<QObject*>()) {
+        const std::string name = control->objectName().toStdString();
+        if (std::find(declared.begin(), declared.end(), name) != declared.end()) {
+            found.push_back(name);
+        }
     }
+    EXPECT_EQ(found, declared);
     EXPECT_EQ(main.findChild<QObject*>("listScan"), &list());
 }
 
@@ -409,6 +417,26 @@ TEST_F(FormMainTest, AClickOnAnyHeaderSorts) {
     clickHeader(1);
     EXPECT_EQ(column(1).front(), "file1");
     EXPECT_EQ(list().header()->sortIndicatorOrder(), Qt::AscendingOrder);
+}
+
+TEST_F(FormMainTest, AHeadingThatDoesNotFitEndsInDots) {
+    showWorkspace();
+    constexpr int width = 60;
+    QHeaderView* header = list().header();
+    const auto pictureOf = [&](const QString& heading) {
+        list().records().removeAllColumns();
+        list().records().insertColumnAt(1, heading);
+        header->resizeSection(0, width);
+        QCoreApplication::processEvents();
+        return header->grab(QRect(0, 0, width, header->height())).toImage();
+    };
+    const QImage cut = pictureOf("Date Modified on a day");
+    const int margin = header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);
+    const QString dots = header->fontMetrics().elidedText("Date Modified on a day", Qt::ElideRight,
+                                                          width - 2 * margin);
+    EXPECT_TRUE(dots.endsWith(u'…'));
+    EXPECT_EQ(cut, pictureOf(dots));
+    EXPECT_NE(cut, pictureOf(dots.chopped(1)));
 }
 
 TEST_F(FormMainTest, TheKeysSortToo) {

@@ -136,6 +136,12 @@ TEST_F(RecordModelTest, RowsHaveNoPicture) {
     EXPECT_FALSE(model.index(0, 0).data(Qt::DecorationRole).isValid());
 }
 
+TEST_F(RecordModelTest, AHeadingThatIsCutIsToldByItsToolTip) {
+    model.insertColumnAt(1, "<b>Date Modified");
+    EXPECT_EQ(model.headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(),
+              "<span>&lt;b&gt;Date Modified</span>");
+}
+
 TEST_F(RecordModelTest, PlacesThatAreNotThereAreFailures) {
     EXPECT_THROW(model.insertColumnAt(2, "x"), base::SubscriptFailure);
     EXPECT_THROW(model.insertColumnAt(0, "x"), base::SubscriptFailure);

@@ -14,20 +14,12 @@
 #include <QWindow>
 
 #include "archive/makedb.h"
-#include "jet/engine.h"
 #include "save/form_save.h"
 #include "scan/form_scan.h"
-#include "shell/desktop.h"
-#include "shell/failure_boundary.h"
-#include "shell/form_main.h"
 #include "shell/record_list.h"
 #include "shell/workspace.h"
 #include "tests/archive/archive_fixture.h"
-#include "tests/shell/test_application.h"
-#include "tests/support/fake_platform.h"
-#include "tests/support/scripted_file_dialogs.h"
-#include "tests/support/scripted_message_box.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/shell/desktop_fixture.h"
 
 namespace shell {
 namespace {
@@ -35,19 +27,9 @@ namespace {
 using base::MessageAnswer;
 using Texts = std::vector<std::string>;
 
-/// Drives and folders in memory, archives in the machine's own files.
-class Machine : public support::FakePlatform {
-  public:
-    Machine() : real_(platform::createPlatform()) { opener = &real_->files(); }
-
-  private:
-    std::unique_ptr<platform::Platform> real_;
-};
-
-class ScanAndSaveTest : public testing::Test {
+class ScanAndSaveTest : public support::DesktopTest {
   protected:
     ScanAndSaveTest() {
-        machine.fakeShell.folder = folder.path();
         state.archiveFolder = folder.path() + "/";
         state.archiveName = "a.mdb";
         archive::createArchive(engine, state.currentArchive());
@@ -57,20 +39,9 @@ class ScanAndSaveTest : public testing::Test {
         machine.disk.addFolder("d:\\photos");
         machine.disk.addFile("d:\\photos\\1.jpg", 11);
         machine.disk.addFile("d:\\read.me", 22);
-        support::testApplication().setBoundary(&boundary);
         desktop.showMainWindow();
     }
-    ~ScanAndSaveTest() override {
-        support::testApplication().setBoundary(nullptr);
-        EXPECT_TRUE(messages.allAnswersUsed());
-    }
 
-    void choose(const char* action) {
-        desktop.mainWindow()->findChild<QAction*>(action)->trigger();
-    }
-    static void click(QWidget* window, const char* button) {
-        QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton);
-    }
     void scanAs(const char* name) {
         choose("mnuArchScan");
         desktop.scanWindow()->findChild<QLineEdit*>("inputMediaName")->setText(name);
@@ -113,16 +84,6 @@ class ScanAndSaveTest : public testing::Test {
             machine.disk.addFile("d:\\" + std::to_string(i / 200) + "\\" + number);
         }
     }
-
-    support::TemporaryFolder folder;
-    Machine machine;
-    jet::Engine engine{*machine.opener};
-    base::ProgramState state;
-    support::ScriptedMessageBox messages;
-    support::ScriptedFileDialogs dialogs;
-    FailureBoundary boundary{messages};
-    int left = 0;
-    Desktop desktop{{state, machine, engine, messages, dialogs, boundary, [this] { ++left; }}};
 };
 
 const Texts tenColumns{"Name",    "Path",    "Type",         "Type",          "Keywords",

@@ -116,7 +116,8 @@ TEST_F(SplashTest, TheKeysReachEverything) {
 class AboutTest : public testing::Test {
   protected:
     support::FakeShell machine;
-    FormAbout about{machine};
+    support::RecordingBoundary boundary;
+    FormAbout about{machine, boundary};
 };
 
 TEST_F(AboutTest, NamesVersionYearAndMaker) {
