@@ -85,6 +85,8 @@ void DuplicatesPage::createWidgets() {
     listGroups_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     listGroups_->horizontalHeader()->setSectionResizeMode(DuplicatesModel::Name,
                                                           QHeaderView::Stretch);
+    listGroups_->horizontalHeader()->resizeSection(DuplicatesModel::Kind,
+                                                   fontMetrics().averageCharWidth() * 20);
     listPlaces_ = new QListWidget(this);
     listPlaces_->setObjectName("listPlaces");
     listPlaces_->setAccessibleName("Places of the duplicates");

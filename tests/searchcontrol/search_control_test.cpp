@@ -811,6 +811,17 @@ TEST_F(SearchControlTest, TheExportsFileFollowsTheFormat) {
     EXPECT_EQ(folder.read("out.json").substr(0, 1), "{");
 }
 
+TEST_F(SearchControlTest, EveryLetterOfTheExportWindowLeadsToAField) {
+    openGolden();
+    whenModal([](QDialog& dialog) {
+        for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+            EXPECT_NE(label->buddy(), nullptr) << label->text().toStdString();
+        }
+        press(dialog, Qt::Key_Escape);
+    });
+    press(Qt::Key_E, Qt::ControlModifier);
+}
+
 TEST_F(SearchControlTest, AnExportThatCannotBeWrittenIsAFailureOfItsOwn) {
     openGolden();
     search("cat");

@@ -64,7 +64,7 @@ class Gallery : public support::ControlTest {
         find<QMenu>("menuActions")->popup(control->mapToGlobal(QPoint(400, 60)));
         save(*find<QMenu>("menuActions"), "real-actions");
         find<QMenu>("menuActions")->close();
-        search("photos | backup");
+        search("medium:1;2");
         find<QTabWidget>("tabSearch")->setCurrentIndex(1);
         waitUntilDone();
         find<QTableView>("listDuplicates")->selectRow(0);
