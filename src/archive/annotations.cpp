@@ -47,8 +47,11 @@ class AnnotationWalk {
         });
     }
 
+    /// Writes what was found sound. A row that has been changed or deleted since is missed.
     void write(const std::function<bool(std::size_t)>& goOn, AnnotationResult& result) {
-        walk(sound_, goOn, [&](std::size_t change) {
+        std::vector<bool> isWritten(changes_.size());
+        const bool isWhole = walk(sound_, goOn, [&](std::size_t change) {
+            isWritten[change] = true;
             AnnotationChange back{changes_[change].place, present_, annotationOf(present_)};
             back.expected.keywords = changes_[change].annotation.keywords;
             back.expected.Notes1 = changes_[change].annotation.notes1;
@@ -59,6 +62,11 @@ class AnnotationWalk {
             reader_.read(back.expected);
             result.undo.push_back(std::move(back));
         });
+        for (const auto& [place, change] : sound_) {
+            if (isWhole && !isWritten[change]) {
+                result.missed.push_back(change);
+            }
+        }
     }
 
     const Wanted& sound() const { return sound_; }
@@ -119,9 +127,9 @@ AnnotationResult annotate(jet::Engine& engine, const base::ArchiveLocation& arch
             result.missed.push_back(change);
         }
     }
-    std::ranges::sort(result.missed);
     walk.write(goOn, result);
     walk.close();
+    std::ranges::sort(result.missed);
     return result;
 }
 

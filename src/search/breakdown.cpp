@@ -84,10 +84,7 @@ std::vector<BreakdownLine> mergedKeywords(const std::vector<BreakdownLine>& line
 }  // namespace
 
 Breakdown::Breakdown(const Index& index, std::span<const Row> rows, std::vector<Grouping> asked)
-    : index_(index),
-      rows_(rows.begin(), rows.end()),
-      groupings_(std::move(asked)),
-      counts_(groupings) {
+    : index_(index), rows_(rows), groupings_(std::move(asked)), counts_(groupings) {
     // The number of media is always told.
     if (!isAsked(Grouping::Medium)) {
         groupings_.push_back(Grouping::Medium);

@@ -29,7 +29,7 @@ struct BreakdownLine {
 /// groupings by these. Files alone are counted by extension and size class.
 class Breakdown {
   public:
-    /// `rows` are copied; `index` must outlive this.
+    /// `index` and `rows` must outlive this.
     Breakdown(const Index& index, std::span<const Row> rows, std::vector<Grouping> groupings);
 
     /// Counts on until all rows are counted or the budget is spent; true when all are.
@@ -61,7 +61,7 @@ class Breakdown {
     BreakdownLine lineOf(Grouping grouping, std::size_t group, const Count& count) const;
 
     const Index& index_;
-    std::vector<Row> rows_;
+    std::span<const Row> rows_;
     std::vector<Grouping> groupings_;
     std::vector<Counts> counts_;  ///< by grouping, then by group
     BreakdownLine total_;

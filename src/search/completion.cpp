@@ -20,15 +20,11 @@ struct Value {
 
 /// Values of a field that the archive holds, the likeliest first.
 std::vector<Value> extensionsOf(const Index& index) {
-    std::vector<std::size_t> counts(index.extensions().size());
-    for (Row row = 0; row < index.size(); ++row) {
-        ++counts[index.extensionId(row)];
-    }
     std::vector<Value> values;
     for (TextPool::Id id = 1; id < index.extensions().size(); ++id) {
+        const std::uint32_t count = index.extensionCount(id);
         values.push_back({std::string(index.extensions()[id]),
-                          std::to_string(counts[id]) + (counts[id] == 1 ? " file" : " files"),
-                          counts[id]});
+                          std::to_string(count) + (count == 1 ? " file" : " files"), count});
     }
     std::ranges::stable_sort(values, std::ranges::greater{}, &Value::weight);
     return values;

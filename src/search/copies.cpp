@@ -31,32 +31,36 @@ bool CopyTable::advance() {
     if (next_ == 0) {
         begin();
     }
+    if (next_ == index_.size() && next_ > 0) {
+        // Giving much memory back takes a step of its own.
+        std::vector<Row>().swap(firsts_);
+        std::vector<std::uint32_t>().swap(hashes_);
+        isFinished_.store(true, std::memory_order_release);
+        return true;
+    }
     const Row end = std::min<Row>(index_.size(), next_ + rowsAtOnce);
     for (; next_ < end; ++next_) {
         place(next_);
     }
-    if (next_ < index_.size()) {
-        return false;
+    if (next_ == index_.size()) {
+        table_ = {};
     }
-    std::vector<Row>().swap(firsts_);
-    std::vector<std::uint32_t>().swap(hashes_);
-    std::vector<Group>().swap(table_);
-    isFinished_.store(true, std::memory_order_release);
-    return true;
+    isFinished_.store(index_.size() == 0, std::memory_order_release);
+    return isFinished();
 }
 
 void CopyTable::begin() {
+    // Memory that is not written to costs nothing, and lists that grow must be copied.
     groups_.reserve(index_.size());
-    std::size_t slots = 64;
-    while (slots < 2 * std::size_t{index_.size()}) {
-        slots *= 2;
-    }
-    table_.assign(slots, 0);
+    counts_.reserve(index_.size());
+    firsts_.reserve(index_.size());
+    hashes_.reserve(index_.size());
+    table_ = ZeroedNumbers::slotsFor(index_.size());
 }
 
 void CopyTable::place(Row row) {
     const std::uint32_t hash = hashOf(index_, row);
-    const std::size_t mask = table_.size() - 1;
+    const std::size_t mask = table_.mask();
     std::size_t slot = hash & mask;
     for (; table_[slot] != 0; slot = (slot + 1) & mask) {
         const Group group = table_[slot] - 1;

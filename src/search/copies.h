@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "search/index.h"
+#include "search/zeroed_numbers.h"
 
 namespace search {
 
@@ -50,7 +51,7 @@ class CopyTable {
     std::vector<std::uint32_t> counts_;
     std::vector<Row> firsts_;            ///< first entry of each group, while they are made
     std::vector<std::uint32_t> hashes_;  ///< of each group, while they are made
-    std::vector<Group> table_;           ///< open addressing; the group plus one, 0 where free
+    ZeroedNumbers table_;                ///< open addressing; the group plus one, 0 where free
 };
 
 }  // namespace search

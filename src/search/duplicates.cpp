@@ -7,11 +7,14 @@
 #include <utility>
 
 #include "search/folder_tree.h"
+#include "search/step_sort.h"
+#include "search/zeroed_numbers.h"
 
 namespace search {
 namespace {
 
 constexpr std::size_t rowsAtOnce = 16384;
+constexpr std::size_t pathsAtOnce = 4096;
 constexpr std::uint32_t none = UINT32_MAX;
 
 std::uint64_t mixed(std::uint64_t number) {
@@ -41,16 +44,26 @@ struct Contents {
 /// The steps of the search, one after the other.
 class DuplicateSearch::Work {
   public:
-    Work(const Index& index, std::vector<Row> rows, SameBy sameBy)
-        : index_(index), rows_(std::move(rows)), sameBy_(sameBy), tree_(index) {}
+    Work(const Index& index, std::shared_ptr<const std::vector<Row>> rows, SameBy sameBy)
+        : index_(index), shared_(std::move(rows)), rows_(*shared_), sameBy_(sameBy), tree_(index) {}
 
     bool advance() {
         switch (phase_) {
             case Phase::Tree:
                 if (tree_.advance()) {
-                    orderPaths();
-                    phase_ = Phase::Contents;
+                    contents_.resize(index_.pathCount());
+                    depths_.reserve(index_.pathCount());
+                    phase_ = Phase::Depths;
                 }
+                break;
+            case Phase::Depths:
+                findDepths();
+                break;
+            case Phase::Counting:
+                countDepths();
+                break;
+            case Phase::Placing:
+                placeByDepth();
                 break;
             case Phase::Contents:
                 addContents();
@@ -58,8 +71,18 @@ class DuplicateSearch::Work {
             case Phase::Grouping:
                 group();
                 break;
+            case Phase::Members:
+                collectMembers();
+                break;
             case Phase::Collecting:
                 collect();
+                break;
+            case Phase::Sorting:
+                if (sorting_.advance()) {
+                    groups_ = sorting_.take();
+                    sorting_.dropSpare();
+                    phase_ = Phase::Finished;
+                }
                 break;
             case Phase::Finished:
                 break;
@@ -68,40 +91,85 @@ class DuplicateSearch::Work {
     }
 
     const std::vector<DuplicateGroup>& groups() const { return groups_; }
+    std::int64_t wasted() const { return wasted_; }
 
   private:
-    enum class Phase { Tree, Contents, Grouping, Collecting, Finished };
+    enum class Phase {
+        Tree,
+        Depths,
+        Counting,
+        Placing,
+        Contents,
+        Grouping,
+        Members,
+        Collecting,
+        Sorting,
+        Finished
+    };
+    /// Folders first, then by the bytes wasted; the rows of two groups never begin with the same.
+    struct Worse {
+        bool operator()(const DuplicateGroup& left, const DuplicateGroup& right) const {
+            if (left.isFolder != right.isFolder) {
+                return left.isFolder;
+            }
+            return left.wasted != right.wasted ? left.wasted > right.wasted
+                                               : left.rows.front() < right.rows.front();
+        }
+    };
 
-    /// The rows by their paths, the deepest paths first, so that a folder's contents are known when
-    /// the folder itself is counted in its own.
-    void orderPaths() {
-        std::vector<std::uint16_t> depths(index_.pathCount());
-        std::size_t deepest = 0;
-        for (Index::PathId path = 0; path < index_.pathCount(); ++path) {
-            const std::string_view text = index_.pathText(path);
-            depths[path] = static_cast<std::uint16_t>(
-                std::min<std::ptrdiff_t>(UINT16_MAX, std::count(text.begin(), text.end(), '\\')));
-            deepest = std::max<std::size_t>(deepest, depths[path]);
+    // The rows by their paths, the deepest paths first, so that a folder's contents are known when
+    // the folder itself is counted in its own.
+
+    void findDepths() {
+        const std::size_t end = std::min<std::size_t>(index_.pathCount(), next_ + pathsAtOnce);
+        for (; next_ < end; ++next_) {
+            const std::string_view text = index_.pathText(static_cast<Index::PathId>(next_));
+            depths_.push_back(static_cast<std::uint16_t>(
+                std::min<std::ptrdiff_t>(UINT16_MAX, std::count(text.begin(), text.end(), '\\'))));
+            deepest_ = std::max<std::size_t>(deepest_, depths_.back());
         }
-        std::vector<std::size_t> starts(deepest + 2);
-        for (Row row = 0; row < index_.size(); ++row) {
-            ++starts[deepest - depths[index_.pathId(row)] + 1];
+        if (next_ == index_.pathCount()) {
+            next_ = 0;
+            depthStarts_.assign(deepest_ + 2, 0);
+            phase_ = Phase::Counting;
         }
-        std::partial_sum(starts.begin(), starts.end(), starts.begin());
-        order_.resize(index_.size());
-        for (Row row = 0; row < index_.size(); ++row) {
-            order_[starts[deepest - depths[index_.pathId(row)]]++] = row;
+    }
+
+    /// The deepest paths are at 0.
+    std::size_t heightOf(Row row) const { return deepest_ - depths_[index_.pathId(row)]; }
+
+    void countDepths() {
+        const std::size_t end = std::min<std::size_t>(index_.size(), next_ + rowsAtOnce);
+        for (; next_ < end; ++next_) {
+            ++depthStarts_[heightOf(static_cast<Row>(next_)) + 1];
         }
-        contents_.resize(index_.pathCount());
+        if (next_ == index_.size()) {
+            next_ = 0;
+            std::partial_sum(depthStarts_.begin(), depthStarts_.end(), depthStarts_.begin());
+            order_ = ZeroedNumbers(index_.size());
+            phase_ = Phase::Placing;
+        }
+    }
+
+    void placeByDepth() {
+        const std::size_t end = std::min<std::size_t>(index_.size(), next_ + rowsAtOnce);
+        for (; next_ < end; ++next_) {
+            const Row row = static_cast<Row>(next_);
+            order_[depthStarts_[heightOf(row)]++] = row;
+        }
+        if (next_ == index_.size()) {
+            next_ = 0;
+            phase_ = Phase::Contents;
+        }
     }
 
     void addContents() {
-        const std::size_t end = std::min(order_.size(), next_ + rowsAtOnce);
+        const std::size_t end = std::min<std::size_t>(index_.size(), next_ + rowsAtOnce);
         for (; next_ < end; ++next_) {
             addToFolder(order_[next_]);
         }
-        if (next_ == order_.size()) {
-            std::vector<Row>().swap(order_);
+        if (next_ == index_.size()) {
+            order_ = {};
             next_ = 0;
             beginGrouping();
             phase_ = Phase::Grouping;
@@ -183,40 +251,37 @@ class DuplicateSearch::Work {
     }
 
     void beginGrouping() {
-        std::size_t slots = 64;
-        while (slots < 2 * rows_.size()) {
-            slots *= 2;
-        }
-        table_.assign(slots, 0);
-        numbers_.assign(rows_.size(), none);
+        table_ = ZeroedNumbers::slotsFor(rows_.size());
+        // Memory that is not written to costs nothing, and lists that grow must be copied.
+        numbers_.reserve(rows_.size());
+        firsts_.reserve(rows_.size());
+        hashes_.reserve(rows_.size());
+        sizes_.reserve(rows_.size());
         groupOfFolder_.assign(index_.pathCount(), none);
     }
 
     void group() {
         const std::size_t end = std::min(rows_.size(), next_ + rowsAtOnce);
         for (; next_ < end; ++next_) {
-            if (counts(rows_[next_])) {
-                place(next_);
-            }
+            numbers_.push_back(counts(rows_[next_]) ? numberOf(rows_[next_]) : none);
         }
         if (next_ == rows_.size()) {
             next_ = 0;
-            collectMembers();
-            phase_ = Phase::Collecting;
+            table_ = {};
+            starts_.reserve(sizes_.size() + 1);
+            starts_.push_back(0);
+            phase_ = Phase::Members;
         }
     }
 
-    void place(std::size_t position) {
-        const Row row = rows_[position];
+    std::uint32_t numberOf(Row row) {
         const std::uint32_t hash = hashOf(row);
-        const std::size_t mask = table_.size() - 1;
-        std::size_t slot = hash & mask;
-        for (; table_[slot] != 0; slot = (slot + 1) & mask) {
+        std::size_t slot = hash & table_.mask();
+        for (; table_[slot] != 0; slot = (slot + 1) & table_.mask()) {
             const std::uint32_t number = table_[slot] - 1;
             if (hashes_[number] == hash && areSame(firsts_[number], row)) {
-                numbers_[position] = number;
                 ++sizes_[number];
-                return;
+                return number;
             }
         }
         const auto number = static_cast<std::uint32_t>(firsts_.size());
@@ -224,44 +289,55 @@ class DuplicateSearch::Work {
         firsts_.push_back(row);
         hashes_.push_back(hash);
         sizes_.push_back(1);
-        numbers_[position] = number;
+        return number;
     }
 
-    /// The rows of each number that has several, one after the other.
+    /// The rows of each number that has several, one after the other: first where those of each
+    /// begin, then the rows.
     void collectMembers() {
-        std::vector<std::uint32_t>().swap(table_);
-        std::vector<std::uint32_t>().swap(hashes_);
-        starts_.assign(sizes_.size() + 1, 0);
-        for (std::size_t number = 0; number < sizes_.size(); ++number) {
-            starts_[number + 1] = starts_[number] + (sizes_[number] > 1 ? sizes_[number] : 0);
+        if (starts_.size() <= sizes_.size()) {
+            const std::size_t end = std::min(sizes_.size(), starts_.size() - 1 + rowsAtOnce);
+            for (std::size_t number = starts_.size() - 1; number < end; ++number) {
+                starts_.push_back(starts_.back() + (sizes_[number] > 1 ? sizes_[number] : 0));
+            }
+            return;
         }
-        members_.resize(starts_.back());
-        std::vector<std::size_t> ends(starts_.begin(), starts_.end() - 1);
-        for (std::size_t i = 0; i < rows_.size(); ++i) {
-            const std::uint32_t number = numbers_[i];
+        if (next_ == 0) {
+            members_ = ZeroedNumbers(starts_.back());
+            filled_ = ZeroedNumbers(sizes_.size());
+        }
+        const std::size_t end = std::min(rows_.size(), next_ + rowsAtOnce);
+        for (; next_ < end; ++next_) {
+            const std::uint32_t number = numbers_[next_];
             if (number != none && sizes_[number] > 1) {
-                members_[ends[number]++] = rows_[i];
-                if (index_.isFolder(rows_[i])) {
-                    groupOfFolder_[tree_.pathOf(rows_[i])] = number;
+                members_[starts_[number] + filled_[number]++] = rows_[next_];
+                if (index_.isFolder(rows_[next_])) {
+                    groupOfFolder_[tree_.pathOf(rows_[next_])] = number;
                 }
             }
+        }
+        if (next_ == rows_.size()) {
+            next_ = 0;
+            phase_ = Phase::Collecting;
         }
     }
 
     void collect() {
         const std::size_t end = std::min(sizes_.size(), next_ + rowsAtOnce);
         for (; next_ < end; ++next_) {
-            const std::span<const Row> rows(members_.data() + starts_[next_],
-                                            starts_[next_ + 1] - starts_[next_]);
-            if (!rows.empty() && !isInSameFolders(rows)) {
+            const std::size_t count = starts_[next_ + 1] - starts_[next_];
+            if (count == 0) {
+                continue;
+            }
+            const std::span<const Row> rows(&members_[starts_[next_]], count);
+            if (!isInSameFolders(rows)) {
                 groups_.push_back(groupOf(rows));
+                wasted_ += groups_.back().wasted;
             }
         }
         if (next_ == sizes_.size()) {
-            std::ranges::stable_sort(groups_, [](const auto& left, const auto& right) {
-                return left.isFolder != right.isFolder ? left.isFolder : left.wasted > right.wasted;
-            });
-            phase_ = Phase::Finished;
+            sorting_.start(std::move(groups_));
+            phase_ = Phase::Sorting;
         }
     }
 
@@ -284,7 +360,7 @@ class DuplicateSearch::Work {
 
     DuplicateGroup groupOf(std::span<const Row> rows) {
         DuplicateGroup group;
-        group.rows.assign(rows.begin(), rows.end());
+        group.rows = rows;
         group.isFolder = index_.isFolder(rows.front());
         std::int64_t all = 0;
         media_.clear();
@@ -306,28 +382,38 @@ class DuplicateSearch::Work {
     }
 
     const Index& index_;
-    std::vector<Row> rows_;
+    std::shared_ptr<const std::vector<Row>> shared_;
+    std::span<const Row> rows_;
     SameBy sameBy_;
     FolderTree tree_;
     Phase phase_ = Phase::Tree;
     std::size_t next_ = 0;
-    std::vector<Row> order_;
+    std::vector<std::uint16_t> depths_;  ///< by path
+    std::size_t deepest_ = 0;
+    std::vector<std::size_t> depthStarts_;
+    ZeroedNumbers order_;
     std::vector<Contents> contents_;            ///< by path
-    std::vector<std::uint32_t> table_;          ///< open addressing; the number plus one
+    ZeroedNumbers table_;                       ///< open addressing; the number plus one
     std::vector<std::uint32_t> hashes_;         ///< by number
     std::vector<Row> firsts_;                   ///< by number
     std::vector<std::uint32_t> sizes_;          ///< by number
     std::vector<std::uint32_t> numbers_;        ///< by position in rows_
     std::vector<std::uint32_t> groupOfFolder_;  ///< by path: the number of the folder it belongs to
-    std::vector<std::size_t> starts_;
-    std::vector<Row> members_;
+    std::vector<std::size_t> starts_;           ///< by number, in members_
+    ZeroedNumbers members_;
+    ZeroedNumbers filled_;  ///< by number: its rows that are in members_ already
     std::vector<Index::PathId> parents_;
     std::vector<std::uint32_t> media_;
     std::vector<DuplicateGroup> groups_;
+    StepSort<DuplicateGroup, Worse> sorting_{Worse()};
+    std::int64_t wasted_ = 0;
 };
 
-DuplicateSearch::DuplicateSearch(const Index& index, std::vector<Row> rows, SameBy sameBy)
+DuplicateSearch::DuplicateSearch(const Index& index, std::shared_ptr<const std::vector<Row>> rows,
+                                 SameBy sameBy)
     : work_(std::make_unique<Work>(index, std::move(rows), sameBy)) {}
+DuplicateSearch::DuplicateSearch(const Index& index, std::vector<Row> rows, SameBy sameBy)
+    : DuplicateSearch(index, std::make_shared<const std::vector<Row>>(std::move(rows)), sameBy) {}
 DuplicateSearch::~DuplicateSearch() = default;
 
 bool DuplicateSearch::run(const Budget& budget) {
@@ -341,12 +427,6 @@ bool DuplicateSearch::run(const Budget& budget) {
 
 const std::vector<DuplicateGroup>& DuplicateSearch::groups() const { return work_->groups(); }
 
-std::int64_t DuplicateSearch::wasted() const {
-    std::int64_t bytes = 0;
-    for (const DuplicateGroup& group : groups()) {
-        bytes += group.wasted;
-    }
-    return bytes;
-}
+std::int64_t DuplicateSearch::wasted() const { return work_->wasted(); }
 
 }  // namespace search

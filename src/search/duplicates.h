@@ -21,10 +21,10 @@ struct SameBy {
 
 /// Two or more entries that have it in common.
 struct DuplicateGroup {
-    std::vector<Row> rows;    ///< ascending
-    bool isFolder = false;    ///< folders whose whole contents are the same, by names and sizes
-    std::int64_t bytes = 0;   ///< of the largest of them, with everything in it
-    std::int64_t wasted = 0;  ///< bytes of all but the largest
+    std::span<const Row> rows;  ///< ascending; as long as the search
+    bool isFolder = false;      ///< folders whose whole contents are the same, by names and sizes
+    std::int64_t bytes = 0;     ///< of the largest of them, with everything in it
+    std::int64_t wasted = 0;    ///< bytes of all but the largest
     bool isExact =
         true;  ///< false: a size is not known exactly, and the bytes are at least so many
     std::uint32_t media = 0;  ///< different media that they lie on
@@ -38,6 +38,8 @@ class DuplicateSearch {
   public:
     /// `rows` must be ascending; only groups of at least two of them are found. `index` must
     /// outlive this.
+    DuplicateSearch(const Index& index, std::shared_ptr<const std::vector<Row>> rows,
+                    SameBy sameBy);
     DuplicateSearch(const Index& index, std::vector<Row> rows, SameBy sameBy);
     DuplicateSearch(const DuplicateSearch&) = delete;
     DuplicateSearch& operator=(const DuplicateSearch&) = delete;

@@ -7,13 +7,18 @@ namespace search {
 namespace {
 
 constexpr Row rowsAtOnce = 16384;
+constexpr Index::PathId pathsAtOnce = 8192;
 
 }  // namespace
 
 bool FolderTree::advance() {
-    if (table_.empty()) {
+    if (!table_.isMade()) {
         begin();
         return index_.size() == 0;
+    }
+    if (nextPath_ < index_.pathCount()) {
+        placePaths();
+        return false;
     }
     const Row end = std::min<Row>(index_.size(), next_ + rowsAtOnce);
     for (; next_ < end; ++next_) {
@@ -34,24 +39,25 @@ bool FolderTree::advance() {
 }
 
 void FolderTree::begin() {
-    std::size_t slots = 64;
-    while (slots < 2 * std::size_t{index_.pathCount()}) {
-        slots *= 2;
-    }
-    table_.assign(slots, 0);
-    for (Index::PathId path = 0; path < index_.pathCount(); ++path) {
-        std::size_t slot = std::hash<std::string_view>{}(index_.pathText(path)) & (slots - 1);
-        while (table_[slot] != 0) {
-            slot = (slot + 1) & (slots - 1);
-        }
-        table_[slot] = path + 1;
-    }
+    table_ = ZeroedNumbers::slotsFor(index_.pathCount());
     paths_.assign(index_.size(), none);
     folders_.assign(index_.pathCount(), none);
 }
 
+void FolderTree::placePaths() {
+    const Index::PathId end = std::min<Index::PathId>(index_.pathCount(), nextPath_ + pathsAtOnce);
+    for (; nextPath_ < end; ++nextPath_) {
+        std::size_t slot =
+            std::hash<std::string_view>{}(index_.pathText(nextPath_)) & table_.mask();
+        while (table_[slot] != 0) {
+            slot = (slot + 1) & table_.mask();
+        }
+        table_[slot] = nextPath_ + 1;
+    }
+}
+
 Index::PathId FolderTree::find(std::string_view path) const {
-    const std::size_t mask = table_.size() - 1;
+    const std::size_t mask = table_.mask();
     for (std::size_t slot = std::hash<std::string_view>{}(path)&mask; table_[slot] != 0;
          slot = (slot + 1) & mask) {
         if (index_.pathText(table_[slot] - 1) == path) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "search/index.h"
+#include "search/zeroed_numbers.h"
 
 namespace search {
 
@@ -30,12 +31,14 @@ class FolderTree {
 
   private:
     void begin();
+    void placePaths();
     Index::PathId find(std::string_view path) const;
 
     const Index& index_;
-    std::vector<Index::PathId> table_;  ///< open addressing; the path plus one, 0 where free
+    ZeroedNumbers table_;               ///< open addressing; the path plus one, 0 where free
     std::vector<Index::PathId> paths_;  ///< by row
     std::vector<Row> folders_;          ///< by path
+    Index::PathId nextPath_ = 0;
     Row next_ = 0;
     std::string buffer_;
 };

@@ -1,7 +1,5 @@
 #include "search/index.h"
 
-#include <algorithm>
-
 #include "search/copies.h"
 
 namespace search {
@@ -58,18 +56,6 @@ std::string_view Index::notes2(Row row) const {
     return annotationTexts_[annotations_[annotationIds_[row]].notes2];
 }
 
-std::vector<std::string_view> Index::knownKeywords() const {
-    std::vector<std::string_view> result;
-    for (const Annotation& annotation : annotations_) {
-        if (annotation.keywords != 0) {
-            result.push_back(annotationTexts_[annotation.keywords]);
-        }
-    }
-    std::ranges::sort(result);
-    result.erase(std::unique(result.begin(), result.end()), result.end());
-    return result;
-}
-
 base::ScanEntry Index::entry(Row row) const {
     base::ScanEntry entry;
     entry.FileName = name(row);
@@ -93,8 +79,9 @@ std::size_t Index::memory() const {
            bytesOf(foldedPathStarts_) + bytesOf(flags_) + bytesOf(sizes_) + bytesOf(modified_) +
            bytesOf(created_) + bytesOf(oddModified_) + bytesOf(oddCreated_) + bytesOf(oddKinds_) +
            bytesOf(typeIds_) + types_.memory() + bytesOf(extensionIds_) + extensions_.memory() +
-           bytesOf(annotationIds_) + bytesOf(annotations_) + annotationTexts_.memory() +
-           bytesOf(mediumPositions_) + bytesOf(media_) + bytesOf(pages_) + bytesOf(slots_);
+           bytesOf(extensionCounts_) + bytesOf(annotationIds_) + bytesOf(annotations_) +
+           annotationTexts_.memory() + bytesOf(knownKeywords_) + bytesOf(mediumPositions_) +
+           bytesOf(media_) + bytesOf(pages_) + bytesOf(slots_);
 }
 
 std::size_t Index::textMemory() const {

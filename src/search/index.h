@@ -12,6 +12,7 @@
 #include "base/scan_entry.h"
 #include "jet/recordset.h"
 #include "search/local_time.h"
+#include "search/text_block.h"
 #include "search/text_pool.h"
 
 namespace search {
@@ -48,12 +49,12 @@ class Index {
     // The name.
     std::string_view name(Row row) const { return slice(names_, nameStarts_, row); }
     std::string_view foldedName(Row row) const {
-        return std::string_view(foldedNames_)
-            .substr(foldedStarts_[row], foldedStarts_[row + 1] - foldedStarts_[row] - 1);
+        return foldedNames_.view().substr(foldedStarts_[row],
+                                          foldedStarts_[row + 1] - foldedStarts_[row] - 1);
     }
     /// All folded names, each followed by `border`, and where that of a row begins; one start more
     /// than there are rows.
-    std::string_view foldedNameBlock() const { return foldedNames_; }
+    std::string_view foldedNameBlock() const { return foldedNames_.view(); }
     const std::vector<std::uint32_t>& foldedNameStarts() const { return foldedStarts_; }
 
     // The path of the folder that holds the entry, as stored: "7:\photos". Each is kept once.
@@ -62,13 +63,12 @@ class Index {
     PathId pathCount() const { return paths_.size(); }
     std::string_view pathText(PathId path) const { return paths_[path]; }
     std::string_view foldedPath(PathId path) const {
-        return std::string_view(foldedPaths_)
-            .substr(foldedPathStarts_[path],
-                    foldedPathStarts_[path + 1] - foldedPathStarts_[path] - 1);
+        return foldedPaths_.view().substr(
+            foldedPathStarts_[path], foldedPathStarts_[path + 1] - foldedPathStarts_[path] - 1);
     }
     /// The folded path without the medium at its head: "\photos".
     std::string_view foldedPathOnMedium(PathId path) const;
-    std::string_view foldedPathBlock() const { return foldedPaths_; }
+    std::string_view foldedPathBlock() const { return foldedPaths_.view(); }
     const std::vector<std::uint32_t>& foldedPathStarts() const { return foldedPathStarts_; }
     /// Path, "\" and name.
     std::string wholePath(Row row) const;
@@ -97,6 +97,10 @@ class Index {
     ExtensionId extensionId(Row row) const { return extensionIds_[row]; }
     std::string_view extension(Row row) const { return extensions_[extensionIds_[row]]; }
     const TextPool& extensions() const { return extensions_; }
+    /// Number of entries that have it.
+    std::uint32_t extensionCount(ExtensionId extension) const {
+        return extensionCounts_[extension];
+    }
 
     // Keywords and notes. Equal ones are kept once; 0 is the entry without any.
     AnnotationId annotationId(Row row) const { return annotationIds_[row]; }
@@ -114,7 +118,7 @@ class Index {
     std::string_view notes1(Row row) const;
     std::string_view notes2(Row row) const;
     /// The different keyword texts of the archive, without the empty one, in order.
-    std::vector<std::string_view> knownKeywords() const;
+    const std::vector<std::string_view>& knownKeywords() const { return knownKeywords_; }
 
     /// The media, in the order of table `media`; behind them those that only entries name, with
     /// their id alone.
@@ -138,20 +142,21 @@ class Index {
 
   private:
     friend class IndexBuilder;
+    friend class IndexRelease;
 
-    static std::string_view slice(const std::string& block,
-                                  const std::vector<std::uint32_t>& starts, Row row) {
-        return std::string_view(block).substr(starts[row], starts[row + 1] - starts[row]);
+    static std::string_view slice(const TextBlock& block, const std::vector<std::uint32_t>& starts,
+                                  Row row) {
+        return block.view().substr(starts[row], starts[row + 1] - starts[row]);
     }
 
-    std::string names_;
+    TextBlock names_;
     std::vector<std::uint32_t> nameStarts_{0};
-    std::string foldedNames_;
+    TextBlock foldedNames_;
     std::vector<std::uint32_t> foldedStarts_{0};
 
     std::vector<PathId> pathIds_;
     TextPool paths_;
-    std::string foldedPaths_;
+    TextBlock foldedPaths_;
     std::vector<std::uint32_t> foldedPathStarts_{0};
 
     std::vector<std::uint8_t> flags_;  ///< 1: folder
@@ -166,9 +171,11 @@ class Index {
     TextPool types_;
     std::vector<ExtensionId> extensionIds_;
     TextPool extensions_;
+    std::vector<std::uint32_t> extensionCounts_;
     std::vector<AnnotationId> annotationIds_;
     std::vector<Annotation> annotations_;
     TextPool annotationTexts_;
+    std::vector<std::string_view> knownKeywords_;
 
     std::vector<std::uint32_t> mediumPositions_;
     std::vector<base::MediaInfo> media_;

@@ -1,6 +1,8 @@
 #include "search/index_builder.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/text.h"
@@ -11,7 +13,7 @@ namespace search {
 namespace {
 
 /// Where the next text of a block begins.
-std::uint32_t endOf(const std::string& block) {
+std::uint32_t endOf(const TextBlock& block) {
     if (block.size() > UINT32_MAX) {
         throw base::OverflowFailure("the archive's names: there are more than 4 GiB of them");
     }
@@ -30,6 +32,7 @@ IndexBuilder::IndexBuilder() : index_(std::make_shared<Index>()) {
     index_->annotationTexts_.intern("");
     index_->annotations_.emplace_back();
     index_->extensions_.intern("");
+    index_->extensionCounts_.resize(1);
 }
 
 void IndexBuilder::addMedium(const base::MediaInfo& medium) {
@@ -73,9 +76,15 @@ void IndexBuilder::addName(const base::ScanEntry& entry) {
     Index& index = *index_;
     index.names_ += entry.FileName;
     index.nameStarts_.push_back(endOf(index.names_));
-    appendFolded(entry.FileName, {}, index.foldedNames_);
-    index.foldedNames_ += Index::border;
+    appendFoldedTo(index.foldedNames_, entry.FileName);
     index.foldedStarts_.push_back(endOf(index.foldedNames_));
+}
+
+void IndexBuilder::appendFoldedTo(TextBlock& block, std::string_view text) {
+    folded_.clear();
+    appendFolded(text, {}, folded_);
+    folded_ += Index::border;
+    block += folded_;
 }
 
 void IndexBuilder::addPath(const std::string& path) {
@@ -87,8 +96,7 @@ void IndexBuilder::addPath(const std::string& path) {
     }
     const Index::PathId id = index.paths_.intern(path);
     if (id + 1 == index.foldedPathStarts_.size()) {
-        appendFolded(path, {}, index.foldedPaths_);
-        index.foldedPaths_ += Index::border;
+        appendFoldedTo(index.foldedPaths_, path);
         index.foldedPathStarts_.push_back(endOf(index.foldedPaths_));
     }
     index.pathIds_.push_back(id);
@@ -108,7 +116,10 @@ void IndexBuilder::addKind(const base::ScanEntry& entry) {
 void IndexBuilder::addExtension(bool isFolder) {
     Index& index = *index_;
     const std::string_view name = index.foldedName(index.size());
-    index.extensionIds_.push_back(isFolder ? 0 : index.extensions_.intern(extensionOf(name)));
+    const Index::ExtensionId id = isFolder ? 0 : index.extensions_.intern(extensionOf(name));
+    index.extensionIds_.push_back(id);
+    index.extensionCounts_.resize(index.extensions_.size());
+    ++index.extensionCounts_[id];
 }
 
 void IndexBuilder::addDates(const base::ScanEntry& entry) {
@@ -156,15 +167,29 @@ void IndexBuilder::addMediumOf(std::int32_t mediaId) {
     index.mediumPositions_.push_back(mediumPositions_.at(mediaId));
 }
 
-std::shared_ptr<const Index> IndexBuilder::build() {
+/// The different keyword texts, in order.
+void IndexBuilder::collectKeywords() {
     Index& index = *index_;
-    index.names_.shrink_to_fit();
-    index.foldedNames_.shrink_to_fit();
-    index.foldedPaths_.shrink_to_fit();
+    std::vector<bool> isKnown(index.annotationTexts_.size());
+    for (const Index::Annotation& annotation : index.annotations_) {
+        if (annotation.keywords != 0 && !isKnown[annotation.keywords]) {
+            isKnown[annotation.keywords] = true;
+            index.knownKeywords_.push_back(index.annotationTexts_[annotation.keywords]);
+        }
+    }
+    std::ranges::sort(index.knownKeywords_);
+}
+
+std::shared_ptr<Index> IndexBuilder::build() {
+    Index& index = *index_;
+    index.names_.shrinkToFit();
+    index.foldedNames_.shrinkToFit();
+    index.foldedPaths_.shrinkToFit();
     index.paths_.seal();
     index.types_.seal();
     index.extensions_.seal();
     index.annotationTexts_.seal();
+    collectKeywords();
     return std::exchange(index_, nullptr);
 }
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "base/media_info.h"
@@ -25,7 +26,7 @@ class IndexBuilder {
     void addEntry(const base::ScanEntry& entry, jet::RowPlace place);
     Row count() const { return index_->size(); }
     /// Nothing is added afterwards.
-    std::shared_ptr<const Index> build();
+    std::shared_ptr<Index> build();
 
   private:
     void addName(const base::ScanEntry& entry);
@@ -35,10 +36,13 @@ class IndexBuilder {
     void addExtension(bool isFolder);
     void addAnnotation(const base::ScanEntry& entry);
     void addMediumOf(std::int32_t mediaId);
+    void appendFoldedTo(TextBlock& block, std::string_view text);
+    void collectKeywords();
 
     std::shared_ptr<Index> index_;
     std::unordered_map<std::int32_t, std::uint32_t> mediumPositions_;
     std::unordered_map<std::string, Index::AnnotationId> annotationIds_;
+    std::string folded_;
 };
 
 }  // namespace search

@@ -55,7 +55,7 @@ bool IndexLoader::run(const Budget& budget) {
 std::shared_ptr<const Index> loadIndex(jet::Engine& engine, const base::ArchiveLocation& archive) {
     IndexLoader loader(engine, archive);
     loader.run(Budget::unlimited());
-    return loader.index();
+    return loader.takeIndex();
 }
 
 }  // namespace search

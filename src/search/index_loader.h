@@ -32,8 +32,8 @@ class IndexLoader {
     /// Entries read so far, and about how many there are.
     std::int64_t done() const { return done_; }
     std::int64_t expected() const { return expected_; }
-    /// The index, once run() has been true.
-    std::shared_ptr<const Index> index() const { return index_; }
+    /// The index, once run() has been true. It is the caller's alone.
+    std::shared_ptr<Index> takeIndex() { return std::move(index_); }
 
   private:
     void readMedia(jet::Engine& engine, const base::ArchiveLocation& archive);
@@ -44,7 +44,7 @@ class IndexLoader {
     std::int64_t done_ = 0;
     IndexBuilder builder_;
     base::ScanEntry entry_;
-    std::shared_ptr<const Index> index_;
+    std::shared_ptr<Index> index_;
 };
 
 /// The whole of an archive at one go.

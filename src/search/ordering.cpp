@@ -1,7 +1,7 @@
 #include "search/ordering.h"
 
 #include <algorithm>
-#include <numeric>
+#include <string>
 #include <utility>
 
 #include "search/copies.h"
@@ -12,8 +12,7 @@ namespace search {
 namespace {
 
 constexpr std::size_t keysAtOnce = 8192;
-constexpr std::size_t stretch = 8192;
-constexpr std::size_t mergedAtOnce = 32768;
+constexpr std::size_t rowsAtOnce = 65536;
 constexpr std::size_t columns = allResultColumns.size();
 
 /// The front of a text as a number that compares as the text does.
@@ -28,29 +27,6 @@ std::uint64_t frontOf(std::string_view text) {
 /// A number with a sign as one without that compares the same way.
 std::uint64_t shifted(std::int64_t number) {
     return static_cast<std::uint64_t>(number) ^ (std::uint64_t{1} << 63);
-}
-
-/// For each text of a list its place among all of them in order, equal ones at the same place.
-std::vector<std::uint32_t> placesOf(const std::vector<std::string>& texts) {
-    std::vector<std::uint32_t> order(texts.size());
-    std::iota(order.begin(), order.end(), 0u);
-    std::ranges::sort(order, {}, [&](std::uint32_t i) -> const std::string& { return texts[i]; });
-    std::vector<std::uint32_t> places(texts.size());
-    std::uint32_t place = 0;
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        place += i > 0 && texts[order[i]] != texts[order[i - 1]] ? 1 : 0;
-        places[order[i]] = place;
-    }
-    return places;
-}
-
-std::vector<std::string> foldedTexts(std::size_t count, auto textOf) {
-    std::vector<std::string> texts;
-    texts.reserve(count);
-    for (std::uint32_t i = 0; i < count; ++i) {
-        texts.push_back(foldedText(textOf(i)));
-    }
-    return texts;
 }
 
 std::uint32_t textIdOf(const Index& index, Row row, ResultColumn column) {
@@ -70,103 +46,99 @@ std::uint32_t textIdOf(const Index& index, Row row, ResultColumn column) {
 
 }  // namespace
 
-Ordering::Ordering(const Index& index, std::vector<Row> rows, std::vector<SortKey> sort, Rank rank)
+Ordering::Ordering(const Index& index, Rows rows, std::vector<SortKey> sort, Rank rank)
     : index_(index),
       sort_(std::move(sort)),
       rank_(std::move(rank)),
       rows_(std::move(rows)),
-      width_(stretch),
+      sorting_(Before{this}),
       textOrders_(columns) {
-    elements_.reserve(rows_.size());
-    for (const SortKey& key : sort_) {
-        orderTexts(key.column);
-    }
-}
-
-void Ordering::orderTexts(ResultColumn column) {
-    std::vector<std::uint32_t>& places = textOrders_[static_cast<std::size_t>(column)];
-    switch (column) {
-        case ResultColumn::Folder:
-            places = placesOf(foldedTexts(index_.pathCount(),
-                                          [&](std::uint32_t i) { return index_.pathText(i); }));
-            return;
-        case ResultColumn::Type:
-            places = placesOf(foldedTexts(index_.types().size(),
-                                          [&](std::uint32_t i) { return index_.types()[i]; }));
-            return;
-        case ResultColumn::Keywords:
-        case ResultColumn::Notes1:
-        case ResultColumn::Notes2:
-            places = placesOf(foldedTexts(index_.annotationTexts().size(), [&](std::uint32_t i) {
-                return index_.annotationTexts()[i];
-            }));
-            return;
-        default:
-            return;
-    }
+    elements_.reserve(rows_->size());
 }
 
 bool Ordering::advance() {
-    if (elements_.size() < rows_.size()) {
-        makeKeys();
-    } else if (sorted_ < elements_.size()) {
-        sortStretch();
-    } else if (width_ < elements_.size()) {
-        merge();
+    switch (phase_) {
+        case Phase::Texts:
+            orderTexts();
+            break;
+        case Phase::Keys:
+            makeKeys();
+            break;
+        case Phase::Sorting:
+            if (sorting_.advance()) {
+                phase_ = Phase::Tidying;
+            }
+            break;
+        case Phase::Tidying:
+            sorting_.dropSpare();
+            ordered_.reserve(rows_->size());
+            phase_ = Phase::Rows;
+            break;
+        case Phase::Rows:
+            collectRows();
+            break;
+        case Phase::Finished:
+            break;
     }
-    return elements_.size() == rows_.size() && sorted_ == elements_.size() &&
-           width_ >= elements_.size();
+    return phase_ == Phase::Finished;
 }
 
-std::vector<Row> Ordering::take() const {
-    std::vector<Row> rows;
-    rows.reserve(elements_.size());
-    for (const Element& element : elements_) {
-        rows.push_back(element.row);
+void Ordering::orderTexts() {
+    if (nextText_ == sort_.size()) {
+        phase_ = Phase::Keys;
+        return;
     }
-    return rows;
+    const ResultColumn column = sort_[nextText_].column;
+    std::unique_ptr<TextOrder>& order = textOrders_[static_cast<std::size_t>(column)];
+    if (order == nullptr) {
+        order = textOrderOf(column);
+    }
+    if (order == nullptr || order->advance()) {
+        ++nextText_;
+    }
+}
+
+/// Null where a row's own value is compared.
+std::unique_ptr<TextOrder> Ordering::textOrderOf(ResultColumn column) const {
+    switch (column) {
+        case ResultColumn::Folder:
+            return std::make_unique<TextOrder>(index_.pathCount(), [this](std::uint32_t i) {
+                return std::string(index_.foldedPath(i));
+            });
+        case ResultColumn::Type:
+            return std::make_unique<TextOrder>(index_.types().size(), [this](std::uint32_t i) {
+                return foldedText(index_.types()[i]);
+            });
+        case ResultColumn::Keywords:
+        case ResultColumn::Notes1:
+        case ResultColumn::Notes2:
+            return std::make_unique<TextOrder>(
+                index_.annotationTexts().size(),
+                [this](std::uint32_t i) { return foldedText(index_.annotationTexts()[i]); });
+        default:
+            return nullptr;
+    }
 }
 
 void Ordering::makeKeys() {
-    const std::size_t end = std::min(rows_.size(), elements_.size() + keysAtOnce);
+    const std::size_t end = std::min(rows_->size(), elements_.size() + keysAtOnce);
     for (std::size_t i = elements_.size(); i < end; ++i) {
-        elements_.push_back({keyOf(rows_[i]), rows_[i]});
+        elements_.push_back({keyOf((*rows_)[i]), (*rows_)[i]});
+    }
+    if (elements_.size() == rows_->size()) {
+        sorting_.start(std::move(elements_));
+        phase_ = Phase::Sorting;
     }
 }
 
-void Ordering::sortStretch() {
-    const std::size_t end = std::min(elements_.size(), sorted_ + stretch);
-    std::sort(elements_.begin() + static_cast<std::ptrdiff_t>(sorted_),
-              elements_.begin() + static_cast<std::ptrdiff_t>(end),
-              [this](const Element& left, const Element& right) { return isBefore(left, right); });
-    sorted_ = end;
-}
-
-/// Goes on with the merging of two neighbouring stretches into `merged_`.
-void Ordering::merge() {
-    const std::size_t count = elements_.size();
-    merged_.reserve(count);
-    for (std::size_t done = 0; done < mergedAtOnce; ++done) {
-        const std::size_t middle = std::min(count, start_ + width_);
-        const std::size_t end = std::min(count, start_ + 2 * width_);
-        if (!std::exchange(isMerging_, true)) {
-            left_ = start_;
-            right_ = middle;
-        }
-        const bool takesLeft =
-            left_ < middle && (right_ >= end || !isBefore(elements_[right_], elements_[left_]));
-        merged_.push_back(elements_[takesLeft ? left_++ : right_++]);
-        if (left_ == middle && right_ == end) {
-            start_ = end;
-            isMerging_ = false;
-        }
-        if (start_ == count) {
-            elements_.swap(merged_);
-            merged_.clear();
-            start_ = 0;
-            width_ *= 2;
-            return;
-        }
+void Ordering::collectRows() {
+    const std::vector<Element>& sorted = sorting_.elements();
+    const std::size_t end = std::min(sorted.size(), ordered_.size() + rowsAtOnce);
+    for (std::size_t i = ordered_.size(); i < end; ++i) {
+        ordered_.push_back(sorted[i].row);
+    }
+    if (ordered_.size() == sorted.size()) {
+        phase_ = Phase::Finished;
     }
 }
 
@@ -221,8 +193,8 @@ std::uint64_t Ordering::columnKey(Row row, const SortKey& sort) const {
         case ResultColumn::Copies:
             return index_.copies().isFinished() ? index_.copies().copies(row) : 0;
         default:
-            return textOrders_[static_cast<std::size_t>(sort.column)]
-                              [textIdOf(index_, row, sort.column)];
+            return textOrders_[static_cast<std::size_t>(sort.column)]->placeOf(
+                textIdOf(index_, row, sort.column));
     }
 }
 

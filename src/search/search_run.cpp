@@ -40,6 +40,9 @@ SearchRun::~SearchRun() = default;
 void SearchRun::begin() {
     const bool needsTable = needsCopies(query_.condition) || sortsByCopies(sort_);
     phase_ = needsTable ? Phase::Copies : Phase::Matching;
+    all_ = std::make_shared<std::vector<Row>>();
+    // Memory that is not written to costs nothing, and a list that grows must be copied.
+    all_->reserve(expected());
 }
 
 bool SearchRun::run(const Budget& budget) {
@@ -79,7 +82,7 @@ void SearchRun::prepareCopies() {
 }
 
 std::size_t SearchRun::expected() const {
-    return isWithinEarlier_ ? candidates_.size() : index_->size();
+    return isWithinEarlier_ ? candidates_->size() : index_->size();
 }
 
 std::size_t SearchRun::done() const { return next_; }
@@ -100,17 +103,18 @@ void SearchRun::match() {
         }
     }
     if (next_ == expected()) {
-        found_ = all_.size();
+        found_ = all_->size();
         beginOrdering();
     }
 }
 
 void SearchRun::matchEarlier() {
     // As many slices as hold about as many candidates as a full one.
-    for (std::size_t end = next_ + Slice::rows; next_ < candidates_.size() && next_ < end;) {
-        Slice slice(candidates_[next_] / Slice::rows * Slice::rows);
-        while (next_ < candidates_.size() && candidates_[next_] - slice.first < Slice::rows) {
-            slice.set(candidates_[next_++]);
+    const std::vector<Row>& candidates = *candidates_;
+    for (std::size_t end = next_ + Slice::rows; next_ < candidates.size() && next_ < end;) {
+        Slice slice(candidates[next_] / Slice::rows * Slice::rows);
+        while (next_ < candidates.size() && candidates[next_] - slice.first < Slice::rows) {
+            slice.set(candidates[next_++]);
         }
         matchSlice(slice);
     }
@@ -118,11 +122,24 @@ void SearchRun::matchEarlier() {
 
 void SearchRun::matchSlice(Slice& slice) {
     predicate_->filter(slice);
-    slice.forEach([this](Row row) { all_.push_back(row); });
-    found_ = all_.size();
+    slice.forEach([this](Row row) { all_->push_back(row); });
+    found_ = all_->size();
 }
 
-std::span<const Row> SearchRun::hits() const { return isFinished() ? hits_ : all_; }
+std::span<const Row> SearchRun::hits() const { return isFinished() ? *hits_ : *all_; }
+
+std::shared_ptr<const std::vector<Row>> SearchRun::sharedHits() const {
+    return isFinished() ? hits_ : nullptr;
+}
+
+std::shared_ptr<const std::vector<Row>> SearchRun::ascendingHits() const {
+    if (!isFinished() || hits_->size() == all_->size()) {
+        return isFinished() ? all_ : nullptr;
+    }
+    auto rows = std::make_shared<std::vector<Row>>(*hits_);
+    std::ranges::sort(*rows);
+    return rows;
+}
 
 void SearchRun::sortBy(std::vector<SortKey> sort) {
     sort_ = std::move(sort);
@@ -145,10 +162,11 @@ void SearchRun::order() {
     if (!ordering_->advance()) {
         return;
     }
-    hits_ = ordering_->take();
-    if (query_.limit && hits_.size() > *query_.limit) {
-        hits_.resize(*query_.limit);
+    std::vector<Row> hits = ordering_->take();
+    if (query_.limit && hits.size() > *query_.limit) {
+        hits.resize(*query_.limit);
     }
+    hits_ = std::make_shared<const std::vector<Row>>(std::move(hits));
     ordering_.reset();
     phase_ = Phase::Finished;
 }

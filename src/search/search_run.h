@@ -41,6 +41,10 @@ class SearchRun {
     /// asks for (by rank where it asks for none), and cut to its limit, once it is finished. Valid
     /// until the next run() or sortBy().
     std::span<const Row> hits() const;
+    /// The hits of a finished run, to be kept beyond it; null before.
+    std::shared_ptr<const std::vector<Row>> sharedHits() const;
+    /// The same in the order of the table.
+    std::shared_ptr<const std::vector<Row>> ascendingHits() const;
     /// How many there are without the limit.
     std::size_t found() const { return found_; }
     /// Entries looked at so far, of the number to look at.
@@ -71,11 +75,13 @@ class SearchRun {
     std::unique_ptr<Predicate> predicate_;
     std::unique_ptr<Ordering> ordering_;
     Phase phase_ = Phase::Matching;
-    std::vector<Row> candidates_;  ///< hits of the earlier run, ascending
+    /// Lists are shared with later runs and whoever shows them: copying millions of rows would take
+    /// longer than a step may.
+    std::shared_ptr<const std::vector<Row>> candidates_;  ///< hits of the earlier run, ascending
     bool isWithinEarlier_ = false;
-    std::size_t next_ = 0;   ///< row, or position in candidates_, to look at next
-    std::vector<Row> all_;   ///< every hit, ascending
-    std::vector<Row> hits_;  ///< what hits() shows
+    std::size_t next_ = 0;                   ///< row, or position in candidates_, to look at next
+    std::shared_ptr<std::vector<Row>> all_;  ///< every hit, ascending
+    std::shared_ptr<const std::vector<Row>> hits_;  ///< what hits() shows of a finished run
     std::size_t found_ = 0;
 };
 

@@ -6,14 +6,23 @@
 
 namespace search {
 
+namespace {
+
+std::uint32_t hashOf(std::string_view text) {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>{}(text));
+}
+
+}  // namespace
+
 TextPool::Id TextPool::intern(std::string_view text) {
     if (slots_.size() < 2 * (std::size_t{size()} + 1)) {
         widen();
     }
     const std::size_t mask = slots_.size() - 1;
-    std::size_t slot = std::hash<std::string_view>{}(text)&mask;
+    const std::uint32_t hash = hashOf(text);
+    std::size_t slot = hash & mask;
     for (; slots_[slot] != 0; slot = (slot + 1) & mask) {
-        if ((*this)[slots_[slot] - 1] == text) {
+        if (hashes_[slots_[slot] - 1] == hash && (*this)[slots_[slot] - 1] == text) {
             return slots_[slot] - 1;
         }
     }
@@ -22,6 +31,7 @@ TextPool::Id TextPool::intern(std::string_view text) {
     }
     block_ += text;
     starts_.push_back(static_cast<std::uint32_t>(block_.size()));
+    hashes_.push_back(hash);
     slots_[slot] = size();
     return size() - 1;
 }
@@ -30,7 +40,7 @@ void TextPool::widen() {
     std::vector<Id> slots(slots_.empty() ? 64 : 2 * slots_.size(), 0);
     const std::size_t mask = slots.size() - 1;
     for (Id id = 0; id < size(); ++id) {
-        std::size_t slot = std::hash<std::string_view>{}((*this)[id]) & mask;
+        std::size_t slot = hashes_[id] & mask;
         while (slots[slot] != 0) {
             slot = (slot + 1) & mask;
         }
@@ -41,13 +51,14 @@ void TextPool::widen() {
 
 void TextPool::seal() {
     std::vector<Id>().swap(slots_);
-    block_.shrink_to_fit();
+    std::vector<std::uint32_t>().swap(hashes_);
+    block_.shrinkToFit();
     starts_.shrink_to_fit();
 }
 
 std::size_t TextPool::memory() const {
     return block_.capacity() + starts_.capacity() * sizeof(std::uint32_t) +
-           slots_.capacity() * sizeof(Id);
+           slots_.capacity() * sizeof(Id) + hashes_.capacity() * sizeof(std::uint32_t);
 }
 
 }  // namespace search

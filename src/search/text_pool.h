@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "search/text_block.h"
+
 namespace search {
 
 /// Texts that are each kept once and named by a number, counted from 0 in the order of their first
@@ -19,7 +21,7 @@ class TextPool {
     Id intern(std::string_view text);
     Id size() const { return static_cast<Id>(starts_.size() - 1); }
     std::string_view operator[](Id id) const {
-        return std::string_view(block_).substr(starts_[id], starts_[id + 1] - starts_[id]);
+        return block_.view().substr(starts_[id], starts_[id + 1] - starts_[id]);
     }
     /// Gives back the memory that only intern() needs; after it nothing is interned any more.
     void seal();
@@ -30,9 +32,10 @@ class TextPool {
   private:
     void widen();
 
-    std::string block_;
+    TextBlock block_;
     std::vector<std::uint32_t> starts_{0};
-    std::vector<Id> slots_;  ///< open addressing; the number plus one, 0 where free
+    std::vector<Id> slots_;              ///< open addressing; the number plus one, 0 where free
+    std::vector<std::uint32_t> hashes_;  ///< by number, so that slots are filled anew in no time
 };
 
 }  // namespace search

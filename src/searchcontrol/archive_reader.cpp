@@ -8,7 +8,7 @@
 namespace searchcontrol {
 
 ArchiveReader::ArchiveReader(jet::Engine& engine, base::EventBoundary& boundary, QObject* parent)
-    : QObject(parent), engine_(engine), slices_(boundary, this) {
+    : QObject(parent), engine_(engine), releaser_(boundary, this), slices_(boundary, this) {
     rest_.setSingleShot(true);
     rest_.callOnTimeout(this, [this] {
         if (fileState() != read_) {
@@ -72,7 +72,7 @@ bool ArchiveReader::readOn(const search::Budget& budget) {
             emit progressed();
             return false;
         }
-        index_ = loader_->index();
+        index_ = releaser_.shared(loader_->takeIndex());
         loader_.reset();
     } catch (const base::EngineFailure& failure) {
         if (failure.fault() == base::EngineFault::InUse) {

@@ -10,6 +10,7 @@
 #include "base/archive_location.h"
 #include "search/index.h"
 #include "search/index_loader.h"
+#include "searchcontrol/index_releaser.h"
 #include "searchcontrol/slices.h"
 
 namespace searchcontrol {
@@ -72,6 +73,7 @@ class ArchiveReader : public QObject {
     FileState read_;  ///< the file as it was when its reading began
     QString obstacle_;
     std::unique_ptr<search::IndexLoader> loader_;
+    IndexReleaser releaser_;  ///< before the index, which goes first
     std::shared_ptr<const search::Index> index_;
     Slices slices_;
     QFileSystemWatcher watcher_;

@@ -85,6 +85,7 @@ QString detailsHtml(const search::Index& index, search::Row row) {
 DetailsPane::DetailsPane(QWidget* parent) : QTextBrowser(parent) {
     setObjectName("textDetails");
     setAccessibleName("Details");
+    setPlaceholderText("Choose an entry to see everything that is known of it");
     // Links lead to entries; nothing is ever loaded.
     setOpenLinks(false);
     connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {

@@ -9,8 +9,20 @@
 
 namespace searchcontrol {
 
+namespace {
+
+int alignmentOf(int column) {
+    return static_cast<int>(Qt::AlignVCenter |
+                            (column >= DuplicatesModel::Entries ? Qt::AlignRight : Qt::AlignLeft));
+}
+
+}  // namespace
+
+DuplicatesModel::DuplicatesModel(base::EventBoundary& boundary) : slices_(boundary, this) {}
+
 void DuplicatesModel::show(std::shared_ptr<const search::Index> index,
                            const std::vector<search::DuplicateGroup>* groups) {
+    slices_.stop();
     beginResetModel();
     index_ = std::move(index);
     groups_ = groups;
@@ -60,8 +72,7 @@ QVariant DuplicatesModel::data(const QModelIndex& index, int role) const {
         case Qt::ToolTipRole:
             return controls::tipText(cell(group(index.row()), index.column()));
         case Qt::TextAlignmentRole:
-            return static_cast<int>(Qt::AlignVCenter |
-                                    (index.column() >= Entries ? Qt::AlignRight : Qt::AlignLeft));
+            return alignmentOf(index.column());
         default:
             return {};
     }
@@ -72,45 +83,74 @@ QVariant DuplicatesModel::headerData(int section, Qt::Orientation orientation, i
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole) {
         return QString(titles[section]);
     }
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole) {
+        return alignmentOf(section);
+    }
     return {};
+}
+
+std::int64_t DuplicatesModel::compare(const search::DuplicateGroup& left,
+                                      const search::DuplicateGroup& right, int column) const {
+    switch (column) {
+        case Name:
+            return index_->foldedName(left.rows.front())
+                .compare(index_->foldedName(right.rows.front()));
+        case Entries:
+            return static_cast<std::int64_t>(left.rows.size()) -
+                   static_cast<std::int64_t>(right.rows.size());
+        case Media:
+            return std::int64_t{left.media} - std::int64_t{right.media};
+        case Size:
+            return left.bytes - right.bytes;
+        case Wasted:
+            return left.wasted - right.wasted;
+        default:
+            return 0;
+    }
+}
+
+bool DuplicatesModel::Before::operator()(std::uint32_t left, std::uint32_t right) const {
+    const search::DuplicateGroup& a = (*model->groups_)[left];
+    const search::DuplicateGroup& b = (*model->groups_)[right];
+    if (a.isFolder != b.isFolder) {
+        return a.isFolder;
+    }
+    const std::int64_t difference = model->compare(a, b, column);
+    if (difference != 0) {
+        return order == Qt::AscendingOrder ? difference < 0 : difference > 0;
+    }
+    return left < right;
 }
 
 void DuplicatesModel::sort(int column, Qt::SortOrder order) {
     if (groups_ == nullptr) {
         return;
     }
-    const auto compare = [&](std::uint32_t left, std::uint32_t right) -> std::int64_t {
-        const search::DuplicateGroup& a = (*groups_)[left];
-        const search::DuplicateGroup& b = (*groups_)[right];
-        switch (column) {
-            case Name:
-                return index_->foldedName(a.rows.front())
-                    .compare(index_->foldedName(b.rows.front()));
-            case Entries:
-                return static_cast<std::int64_t>(a.rows.size()) -
-                       static_cast<std::int64_t>(b.rows.size());
-            case Media:
-                return std::int64_t{a.media} - std::int64_t{b.media};
-            case Size:
-                return a.bytes - b.bytes;
-            case Wasted:
-                return a.wasted - b.wasted;
-            default:
-                return 0;
+    const auto sorting = std::make_shared<Sorting>(Before{this, column, order});
+    sorting->start(order_);
+    slices_.startNow([this, sorting](const search::Budget& budget) {
+        while (!sorting->advance()) {
+            if (budget.isSpent()) {
+                return false;
+            }
         }
-    };
-    emit layoutAboutToBeChanged();
-    std::sort(order_.begin(), order_.end(), [&](std::uint32_t left, std::uint32_t right) {
-        const bool isFolder = (*groups_)[left].isFolder;
-        if (isFolder != (*groups_)[right].isFolder) {
-            return isFolder;
-        }
-        const std::int64_t difference = compare(left, right);
-        if (difference != 0) {
-            return order == Qt::AscendingOrder ? difference < 0 : difference > 0;
-        }
-        return left < right;
+        takeOrder(sorting->take());
+        return true;
     });
+}
+
+/// The group that is current stays it.
+void DuplicatesModel::takeOrder(std::vector<std::uint32_t> order) {
+    emit layoutAboutToBeChanged();
+    const QModelIndexList from = persistentIndexList();
+    QModelIndexList to;
+    for (const QModelIndex& each : from) {
+        const std::uint32_t group = order_[static_cast<std::size_t>(each.row())];
+        const auto place = std::find(order.begin(), order.end(), group) - order.begin();
+        to.append(index(static_cast<int>(place), each.column()));
+    }
+    order_ = std::move(order);
+    changePersistentIndexList(from, to);
     emit layoutChanged();
 }
 

@@ -22,22 +22,6 @@ constexpr int roomOfRow = 6;
 /// Places of a group that are listed.
 constexpr std::size_t mostPlaces = 1000;
 
-/// The same rows in the order of the table, without the cost of comparing them.
-std::vector<search::Row> ascending(std::span<const search::Row> rows, search::Row end) {
-    std::vector<bool> isHit(end);
-    for (const search::Row row : rows) {
-        isHit[row] = true;
-    }
-    std::vector<search::Row> result;
-    result.reserve(rows.size());
-    for (search::Row row = 0; row < end; ++row) {
-        if (isHit[row]) {
-            result.push_back(row);
-        }
-    }
-    return result;
-}
-
 /// A query knows days, no times.
 std::string dateTerm(search::LocalTime time) {
     constexpr std::size_t lengthOfDay = 10;
@@ -63,7 +47,7 @@ std::string queryOf(const search::Index& index, const search::DuplicateGroup& gr
 }
 
 DuplicatesPage::DuplicatesPage(base::EventBoundary& boundary, QWidget* parent)
-    : QWidget(parent), slices_(boundary, this) {
+    : QWidget(parent), model_(boundary), slices_(boundary, this) {
     createWidgets();
     connect(comboSame_, &QComboBox::currentIndexChanged, this, [this] { begin(); });
     connect(listGroups_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -101,6 +85,8 @@ void DuplicatesPage::createWidgets() {
     listGroups_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     listGroups_->horizontalHeader()->setSectionResizeMode(DuplicatesModel::Name,
                                                           QHeaderView::Stretch);
+    listGroups_->horizontalHeader()->resizeSection(DuplicatesModel::Kind,
+                                                   fontMetrics().averageCharWidth() * 20);
     listPlaces_ = new QListWidget(this);
     listPlaces_->setObjectName("listPlaces");
     listPlaces_->setAccessibleName("Places of the duplicates");
@@ -137,11 +123,10 @@ void DuplicatesPage::drop() {
     search_.reset();
 }
 
-void DuplicatesPage::setHits(std::shared_ptr<const search::Index> index,
-                             std::span<const search::Row> hits) {
+void DuplicatesPage::setHits(std::shared_ptr<const search::Index> index, Hits hits) {
     drop();
-    hits_.rows = index == nullptr ? std::vector<search::Row>() : ascending(hits, index->size());
-    hits_.index = std::move(index);
+    index_ = std::move(index);
+    hits_ = std::move(hits);
     isStale_ = true;
     if (isVisible()) {
         begin();
@@ -160,12 +145,12 @@ void DuplicatesPage::showEvent(QShowEvent* event) {
 void DuplicatesPage::begin() {
     drop();
     isStale_ = false;
-    if (hits_.index == nullptr) {
+    if (index_ == nullptr) {
         labelWasted_->setText("");
         return;
     }
     labelWasted_->setText("Looking for duplicates");
-    search_ = std::make_unique<search::DuplicateSearch>(*hits_.index, hits_.rows, sameBy());
+    search_ = std::make_unique<search::DuplicateSearch>(*index_, hits_, sameBy());
     slices_.start([this](const search::Budget& budget) { return lookOn(budget); });
 }
 
@@ -173,7 +158,7 @@ bool DuplicatesPage::lookOn(const search::Budget& budget) {
     if (!search_->run(budget)) {
         return false;
     }
-    model_.show(hits_.index, &search_->groups());
+    model_.show(index_, &search_->groups());
     const QHeaderView* header = listGroups_->horizontalHeader();
     if (header->sortIndicatorSection() != DuplicatesModel::Wasted ||
         header->sortIndicatorOrder() != Qt::DescendingOrder) {
@@ -193,8 +178,8 @@ void DuplicatesPage::showPlaces() {
     }
     const auto& rows = model_.group(current.row()).rows;
     for (std::size_t i = 0; i < std::min(rows.size(), mostPlaces); ++i) {
-        auto* item = new QListWidgetItem(text(search::mediumTitle(hits_.index->medium(rows[i]))) +
-                                         "   " + text(pathOnMedium(*hits_.index, rows[i])));
+        auto* item = new QListWidgetItem(text(search::mediumTitle(index_->medium(rows[i]))) +
+                                         "   " + text(pathOnMedium(*index_, rows[i])));
         item->setData(Qt::UserRole, rows[i]);
         listPlaces_->addItem(item);
     }
@@ -203,7 +188,7 @@ void DuplicatesPage::showPlaces() {
 void DuplicatesPage::chooseGroup() {
     const QModelIndex current = listGroups_->currentIndex();
     if (current.isValid()) {
-        emit queryWanted(queryOf(*hits_.index, model_.group(current.row()), sameBy()));
+        emit queryWanted(queryOf(*index_, model_.group(current.row()), sameBy()));
     }
 }
 

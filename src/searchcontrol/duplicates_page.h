@@ -2,11 +2,10 @@
 
 #include <QWidget>
 #include <memory>
-#include <span>
 #include <string>
+#include <vector>
 
 #include "search/duplicates.h"
-#include "searchcontrol/chosen_entries.h"
 #include "searchcontrol/duplicates_model.h"
 #include "searchcontrol/slices.h"
 
@@ -28,9 +27,12 @@ class DuplicatesPage : public QWidget {
   public:
     DuplicatesPage(base::EventBoundary& boundary, QWidget* parent);
 
-    /// The hits to look through, in any order. They are looked through while the page is visible.
-    void setHits(std::shared_ptr<const search::Index> index, std::span<const search::Row> hits);
-    bool isRunning() const { return slices_.isRunning(); }
+    using Hits = std::shared_ptr<const std::vector<search::Row>>;
+
+    /// The hits to look through, ascending; null without an index. They are looked through while
+    /// the page is visible.
+    void setHits(std::shared_ptr<const search::Index> index, Hits hits);
+    bool isRunning() const { return slices_.isRunning() || model_.isSorting(); }
 
   signals:
     /// A group was chosen, by the query that finds it.
@@ -50,7 +52,8 @@ class DuplicatesPage : public QWidget {
     void showPlaces();
     void chooseGroup();
 
-    ChosenEntries hits_;
+    std::shared_ptr<const search::Index> index_;
+    Hits hits_;
     bool isStale_ = false;
     std::unique_ptr<search::DuplicateSearch> search_;
     DuplicatesModel model_;

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -63,7 +64,10 @@ ExportDialog::ExportDialog(std::size_t results, std::size_t selected, QWidget* p
     buttons->button(QDialogButtonBox::Ok)->setText("&Export");
     auto* layout = new QFormLayout(this);
     layout->addRow("&Format", comboFormat_);
-    layout->addRow("F&ile", file);
+    // A row that is a layout has nothing to give its letter to by itself.
+    auto* labelFile = new QLabel("F&ile", this);
+    labelFile->setBuddy(textFile_);
+    layout->addRow(labelFile, file);
     layout->addRow(checkSelected_);
     layout->addRow(checkShownColumns_);
     layout->addRow(checkFormulas_);

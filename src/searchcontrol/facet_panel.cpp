@@ -62,8 +62,7 @@ void FacetPanel::show(const search::Breakdown* counts) {
 
 void FacetPanel::fill(Group& group) {
     qDeleteAll(group.item->takeChildren());
-    const std::size_t shown =
-        group.isWhole ? group.lines.size() : std::min(group.lines.size(), firstLines);
+    const std::size_t shown = std::min(group.lines.size(), group.isWhole ? mostLines : firstLines);
     QList<QTreeWidgetItem*> items;
     for (std::size_t i = 0; i < shown; ++i) {
         const search::BreakdownLine& line = group.lines[i];
@@ -74,7 +73,12 @@ void FacetPanel::fill(Group& group) {
         item->setToolTip(0, controls::tipText(text(line.label)));
         items.append(item);
     }
-    if (shown < group.lines.size()) {
+    const auto rest = static_cast<std::int64_t>(group.lines.size() - shown);
+    if (rest > 0 && group.isWhole) {
+        auto* item = new QTreeWidgetItem({"and " + countText(rest, "other", "others")});
+        item->setFlags(Qt::NoItemFlags);
+        items.append(item);
+    } else if (rest > 0) {
         items.append(new QTreeWidgetItem(
             {"All " + countText(static_cast<std::int64_t>(group.lines.size())) + "\u2026"}));
     }

@@ -16,6 +16,9 @@ class FacetPanel : public QTreeWidget {
   public:
     /// Lines of a group that are shown before somebody asks for all.
     static constexpr std::size_t firstLines = 10;
+    /// Lines of a group that are shown at most; nobody looks through more, and the window would
+    /// wait for them.
+    static constexpr std::size_t mostLines = 2000;
 
     explicit FacetPanel(QWidget* parent);
 

@@ -8,12 +8,13 @@ HitCounter::HitCounter(base::EventBoundary& boundary, QObject* parent)
     : QObject(parent), slices_(boundary, this) {}
 
 void HitCounter::start(std::shared_ptr<const search::Index> index,
-                       std::span<const search::Row> hits) {
+                       std::shared_ptr<const std::vector<search::Row>> hits) {
     using search::Grouping;
     stop();
     index_ = std::move(index);
+    hits_ = std::move(hits);
     counts_ = std::make_unique<search::Breakdown>(
-        *index_, hits,
+        *index_, *hits_,
         std::vector{Grouping::Medium, Grouping::Extension, Grouping::Year, Grouping::SizeClass,
                     Grouping::Keywords});
     slices_.start([this](const search::Budget& budget) {
@@ -28,6 +29,7 @@ void HitCounter::start(std::shared_ptr<const search::Index> index,
 void HitCounter::stop() {
     slices_.stop();
     counts_.reset();
+    hits_.reset();
 }
 
 }  // namespace searchcontrol

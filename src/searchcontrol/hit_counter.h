@@ -2,7 +2,7 @@
 
 #include <QObject>
 #include <memory>
-#include <span>
+#include <vector>
 
 #include "search/breakdown.h"
 #include "searchcontrol/slices.h"
@@ -16,7 +16,8 @@ class HitCounter : public QObject {
   public:
     HitCounter(base::EventBoundary& boundary, QObject* parent);
 
-    void start(std::shared_ptr<const search::Index> index, std::span<const search::Row> hits);
+    void start(std::shared_ptr<const search::Index> index,
+               std::shared_ptr<const std::vector<search::Row>> hits);
     void stop();
     bool isRunning() const { return slices_.isRunning(); }
     /// Null until all is counted.
@@ -27,6 +28,7 @@ class HitCounter : public QObject {
 
   private:
     std::shared_ptr<const search::Index> index_;
+    std::shared_ptr<const std::vector<search::Row>> hits_;
     std::unique_ptr<search::Breakdown> counts_;
     Slices slices_;
 };

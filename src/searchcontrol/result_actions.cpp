@@ -41,8 +41,10 @@ std::string copiesQuery(const search::Index& index, search::Row row) {
 std::string folderTerm(const search::Index& index, search::Row row) {
     const std::string_view path = index.path(row);
     const std::string_view folder = path.substr(std::min(path.find(':') + 1, path.size()));
-    // What lies at the top of a medium has no folder but the medium.
-    return folder.empty() ? mediumTerm(index, row) : "dir:" + search::quotedForQuery(folder);
+    // What lies at the top of a medium has no folder but the medium. With the separator behind it
+    // the path is not that of a neighbour whose name begins the same.
+    return folder.empty() ? mediumTerm(index, row)
+                          : "path:start:" + search::quotedForQuery(std::string(path) + "\\");
 }
 
 std::string extensionTerm(const search::Index& index, search::Row row) {

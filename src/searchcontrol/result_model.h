@@ -2,7 +2,6 @@
 
 #include <QAbstractTableModel>
 #include <memory>
-#include <span>
 #include <vector>
 
 #include "search/index.h"
@@ -16,16 +15,19 @@ class ResultModel : public QAbstractTableModel {
     Q_OBJECT
 
   public:
-    using QAbstractTableModel::QAbstractTableModel;
+    using Hits = std::shared_ptr<const std::vector<search::Row>>;
 
-    void show(std::shared_ptr<const search::Index> index, std::span<const search::Row> hits);
-    void clear() { show(nullptr, {}); }
+    ResultModel();
+
+    /// Both null: nothing is shown.
+    void show(std::shared_ptr<const search::Index> index, Hits hits);
 
     /// Null where nothing is shown.
     const std::shared_ptr<const search::Index>& index() const { return index_; }
     using QAbstractTableModel::index;
-    const std::vector<search::Row>& hits() const { return hits_; }
-    search::Row hit(int row) const { return hits_[static_cast<std::size_t>(row)]; }
+    const std::vector<search::Row>& hits() const { return *hits_; }
+    const Hits& sharedHits() const { return hits_; }
+    search::Row hit(int row) const { return (*hits_)[static_cast<std::size_t>(row)]; }
     /// The place of an entry among the hits; -1 where it is none.
     int placeOf(search::Row hit) const;
     /// The copies of each entry have been counted by now.
@@ -38,7 +40,7 @@ class ResultModel : public QAbstractTableModel {
 
   private:
     std::shared_ptr<const search::Index> index_;
-    std::vector<search::Row> hits_;
+    Hits hits_;  ///< never null
 };
 
 }  // namespace searchcontrol

@@ -47,6 +47,9 @@ void ResultTable::prepareHeaders() {
     verticalHeader()->setMinimumSectionSize(fontMetrics().height() + roomOfRow);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + roomOfRow);
     QHeaderView* header = horizontalHeader();
+    // A heading does not show what is selected, and with the table's selection it would look
+    // through all rows for it whenever it is painted.
+    header->setSelectionModel(new QItemSelectionModel(&model_, header));
     header->setSectionsMovable(true);
     header->setSectionsClickable(true);
     header->setHighlightSections(false);
@@ -101,18 +104,28 @@ void ResultTable::showColumnMenu(const QPoint& place) {
     menu->popup(horizontalHeader()->mapToGlobal(place));
 }
 
-std::vector<search::Row> ResultTable::selected() const {
+std::vector<std::pair<int, int>> ResultTable::selectedStretches() const {
     std::vector<std::pair<int, int>> ranges;
     for (const QItemSelectionRange& range : selectionModel()->selection()) {
         ranges.emplace_back(range.top(), range.bottom());
     }
     std::sort(ranges.begin(), ranges.end());
-    std::vector<search::Row> rows;
+    std::vector<std::pair<int, int>> stretches;
     int next = 0;
     for (const auto& [top, bottom] : ranges) {
-        for (next = std::max(next, top); next <= bottom; ++next) {
-            rows.push_back(model_.hit(next));
+        if (bottom >= next) {
+            stretches.emplace_back(std::max(next, top), bottom);
+            next = bottom + 1;
         }
+    }
+    return stretches;
+}
+
+std::vector<search::Row> ResultTable::selected() const {
+    const std::vector<search::Row>& hits = model_.hits();
+    std::vector<search::Row> rows;
+    for (const auto& [first, last] : selectedStretches()) {
+        rows.insert(rows.end(), hits.begin() + first, hits.begin() + last + 1);
     }
     return rows;
 }
@@ -125,10 +138,9 @@ std::vector<search::Row> ResultTable::chosen() const {
     return rows;
 }
 
-void ResultTable::show(std::shared_ptr<const search::Index> index,
-                       std::span<const search::Row> hits) {
+void ResultTable::show(std::shared_ptr<const search::Index> index, ResultModel::Hits hits) {
     isResetting_ = true;
-    model_.show(std::move(index), hits);
+    model_.show(std::move(index), std::move(hits));
     isResetting_ = false;
     scrollToTop();
     emit selectionMoved();

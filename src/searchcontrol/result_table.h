@@ -20,10 +20,12 @@ class ResultTable : public QTableView {
     /// The entries selected, in the order of the table; where none is, the current one.
     std::vector<search::Row> chosen() const;
     std::vector<search::Row> selected() const;
+    /// The selected rows of the table as stretches: the first and the last row of each, ascending.
+    std::vector<std::pair<int, int>> selectedStretches() const;
     /// Columns that are shown, in the order in which they are shown.
     std::vector<search::ResultColumn> shownColumns() const;
     /// Shows hits, keeping the current entry and the place where the table was, as far as possible.
-    void show(std::shared_ptr<const search::Index> index, std::span<const search::Row> hits);
+    void show(std::shared_ptr<const search::Index> index, ResultModel::Hits hits);
     /// The mark of the column that the hits are in the order of; none for -1.
     void showOrder(int column, bool isDescending);
 

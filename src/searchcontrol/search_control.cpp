@@ -4,11 +4,12 @@
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <vector>
 
 #include "base/event_boundary.h"
@@ -39,6 +40,15 @@ namespace {
 constexpr int restOfColumns = 800;
 constexpr int restOfSelection = 15;
 constexpr const char* columnsKey = "columns";
+
+/// True where `line` is `earlier` with something typed into it, at one place.
+bool isTypedInto(const QString& earlier, const QString& line) {
+    const auto fromStart = std::mismatch(earlier.begin(), earlier.end(), line.begin(), line.end());
+    const auto fromEnd =
+        std::mismatch(earlier.rbegin(), earlier.rend(), line.rbegin(), line.rend());
+    return (fromStart.first - earlier.begin()) + (fromEnd.first - earlier.rbegin()) >=
+           earlier.size();
+}
 
 }  // namespace
 
@@ -145,22 +155,19 @@ void SearchControl::createWidgets() {
 QLayout* SearchControl::createTopLine() {
     queryLine_ = new QueryLine(history_, this);
     const auto createButton = [this](const char* name, const char* caption) {
-        auto* button = new QToolButton(this);
+        auto* button = new QPushButton(caption, this);
         button->setObjectName(name);
-        button->setText(caption);
-        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
         button->setFocusPolicy(Qt::TabFocus);
-        button->setPopupMode(QToolButton::InstantPopup);
         return button;
     };
     menuSaved_ = new QMenu(this);
     menuSaved_->setObjectName("menuSaved");
-    QToolButton* saved = createButton("btnSaved", "Searches");
+    QPushButton* saved = createButton("btnSaved", "Searches");
     saved->setAccessibleName("Saved searches and earlier ones");
     saved->setMenu(menuSaved_);
     menuActions_ = new QMenu(this);
     menuActions_->setObjectName("menuActions");
-    QToolButton* actions = createButton("btnActions", "Actions");
+    QPushButton* actions = createButton("btnActions", "Actions");
     actions->setAccessibleName("What to do with the chosen results");
     actions->setMenu(menuActions_);
     auto* line = new QHBoxLayout;
@@ -301,14 +308,14 @@ void SearchControl::archiveChanged() {
     });
 }
 
-/// A line that goes on with something that cannot be understood yet, such as a regular expression
+/// A line into which something is typed that cannot be understood yet, such as a regular expression
 /// with a parenthesis open, finds what it found before that.
 void SearchControl::takeQuery() {
     search::Query query = search::parseQuery(queryLine_->query(), now());
     const bool isInvalid = std::ranges::any_of(query.notices, [](const search::Notice& notice) {
         return notice.kind == search::Notice::Kind::Invalid;
     });
-    keepsHits_ = isInvalid && queryLine_->text().startsWith(searchedLine_);
+    keepsHits_ = isInvalid && isTypedInto(searchedLine_, queryLine_->text());
     if (keepsHits_) {
         query_.notices = std::move(query.notices);
     } else {
@@ -347,7 +354,7 @@ void SearchControl::showHits() {
     const search::Row current =
         hasCurrent ? table_->results().hit(table_->currentIndex().row()) : 0;
     const int scrolled = table_->verticalScrollBar()->value();
-    table_->show(task_.run()->sharedIndex(), task_.run()->hits());
+    table_->show(task_.run()->sharedIndex(), task_.hits());
     if (isSameQuery) {
         table_->verticalScrollBar()->setValue(scrolled);
     }
@@ -364,8 +371,8 @@ void SearchControl::showHits() {
 }
 
 void SearchControl::countHits() {
-    counter_.start(task_.run()->sharedIndex(), task_.run()->hits());
-    duplicates_->setHits(task_.run()->sharedIndex(), task_.run()->hits());
+    counter_.start(task_.run()->sharedIndex(), task_.run()->sharedHits());
+    duplicates_->setHits(task_.run()->sharedIndex(), task_.run()->ascendingHits());
 }
 
 /// Its tables are made where somebody sees them.
@@ -384,7 +391,7 @@ void SearchControl::showCounts() {
 void SearchControl::showSelection() {
     showDetails();
     const auto sum = std::make_shared<SelectionSum>(
-        ChosenEntries{table_->results().index(), table_->selected()});
+        table_->results().index(), table_->results().sharedHits(), table_->selectedStretches());
     selectionSum_.startNow([this, sum](const search::Budget& budget) {
         if (!sum->run(budget)) {
             return false;

@@ -1,5 +1,7 @@
 #include "searchcontrol/search_task.h"
 
+#include <algorithm>
+#include <span>
 #include <utility>
 
 namespace searchcontrol {
@@ -8,6 +10,9 @@ namespace {
 
 /// How often the hits found so far are shown, in milliseconds.
 constexpr int restOfShowing = 100;
+/// Hits that are shown before all are found: as many as nobody looks through meanwhile, and as are
+/// copied at once.
+constexpr std::size_t mostEarlyHits = 20000;
 
 }  // namespace
 
@@ -29,6 +34,15 @@ void SearchTask::start(std::shared_ptr<const search::Index> index, search::Query
 void SearchTask::stop() {
     slices_.stop();
     run_.reset();
+}
+
+std::shared_ptr<const std::vector<search::Row>> SearchTask::hits() const {
+    if (run_->isFinished()) {
+        return run_->sharedHits();
+    }
+    const std::span<const search::Row> found = run_->hits();
+    const auto early = found.first(std::min(found.size(), mostEarlyHits));
+    return std::make_shared<const std::vector<search::Row>>(early.begin(), early.end());
 }
 
 bool SearchTask::searchOn(const search::Budget& budget) {

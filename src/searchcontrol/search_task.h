@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <memory>
+#include <vector>
 
 #include "search/search_run.h"
 #include "searchcontrol/slices.h"
@@ -22,6 +23,9 @@ class SearchTask : public QObject {
     bool isRunning() const { return slices_.isRunning(); }
     /// The search that was started last; null before the first and after stop().
     const search::SearchRun* run() const { return run_.get(); }
+    /// What there is to show of it: all hits in their order once it is finished, and before that
+    /// the first some thousand.
+    std::shared_ptr<const std::vector<search::Row>> hits() const;
     /// How long it has taken, in milliseconds, from the key press to its end.
     qint64 milliseconds() const { return milliseconds_; }
 

@@ -102,6 +102,27 @@ TEST_F(Annotate, EndsWhenItIsToldTo) {
     EXPECT_EQ(column("main", "keywords"), (Texts{"old0", "old1", "old2"}));
 }
 
+TEST_F(Annotate, MissesARowThatIsChangedOrDeletedBetweenTheLookAndTheWriting) {
+    const auto changes = changesTo({"new", "", ""});
+    std::size_t calls = 0;
+    const auto meanwhile = [&](std::size_t) {
+        if (++calls == changes.size()) {
+            archive::ArchiveTable table(engine, state.currentArchive(), "main");
+            table.rows().deleteCurrent();
+            table.rows().moveNext();
+            table.rows().setText(table.rows().field("notes1"), "someone else's");
+            table.rows().update();
+            table.close();
+        }
+        return true;
+    };
+    const auto result = archive::annotate(engine, state.currentArchive(), changes, meanwhile);
+    EXPECT_EQ(result.missed, (std::vector<std::size_t>{0, 1}));
+    EXPECT_EQ(result.undo.size(), 1U);
+    EXPECT_EQ(column("main", "keywords"), (Texts{"old1", "new"}));
+    EXPECT_EQ(column("main", "notes1"), (Texts{"someone else's", ""}));
+}
+
 TEST_F(Annotate, TextsMayGrowBeyondTheRowsPlace) {
     std::vector<base::ScanEntry> many(200, entries_.front());
     tables.addRecords(state.currentArchive(), many);

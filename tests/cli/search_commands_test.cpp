@@ -343,4 +343,19 @@ TEST_F(SearchCommands, DiffComparesAMediumWithADrive) {
     EXPECT_EQ(lines[1].substr(0, 22), "added\t\\N\t\\\\new.txt\t\\N\t");
 }
 
+TEST_F(SearchCommands, DiffTellsWhatHasAnotherSizeOrAnotherKind) {
+    machine.disk.addFile("d:\\a.txt", 5);
+    machine.disk.addFile("d:\\b", 7);
+    scan("Disk");
+    machine.disk.remove("d:\\a.txt");
+    machine.disk.addFile("d:\\a.txt", 9);
+    machine.disk.remove("d:\\b");
+    machine.disk.addFolder("d:\\b");
+    const Lines lines =
+        split(companion.output({"diff", archive, "Disk", "d:", "--format", "tsv"}), '\n');
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_TRUE(lines[1].starts_with("changed\t\\\\a.txt\t\\\\a.txt\t5\t9\t")) << lines[1];
+    EXPECT_TRUE(lines[2].starts_with("changed\t\\\\b\t\\\\b\t7\t\\N\t")) << lines[2];
+}
+
 }  // namespace

@@ -215,6 +215,24 @@ TEST_F(VdlnOnALargeFolder, TwoScansAtATimeDoNotMix) {
     }
 }
 
+TEST_F(VdlnOnALargeFolder, TaggingDuringAScanHarmsNeither) {
+    output("mkdir small && touch small/a small/b small/c && $VDLN scan small a.mdb --name small");
+    // One after the other as long as the scan runs: each is done whole, or finds the file in use.
+    const ShellResult result = runDuringScan(
+        "",
+        "n=0; while kill -0 $p 2>/dev/null; do n=$((n+1))\n"
+        "$VDLN tag a.mdb medium:1 file: --keywords word$n --notes1 note$n >said 2>why\n"
+        "code=$?; case $code in 0) echo $n ;; 1) grep -q 'in use' why || exit 9 ;;"
+        " *) exit 8 ;; esac; done; wait $p");
+    EXPECT_EQ(result.code, 0) << result.out << result.err;
+    EXPECT_EQ(run("$VDLN check a.mdb").code, 0);
+    EXPECT_EQ(storedRecords(), entries + 3);
+    EXPECT_EQ(number("$VDLN find a.mdb -c medium:2 !has:kw !has:note"), entries);
+    output("$VDLN tag a.mdb medium:1 file: --keywords last --notes1 last");
+    EXPECT_EQ(number("$VDLN find a.mdb -c medium:1 kw:last note:last"), 3);
+    EXPECT_EQ(run("$VDLN check a.mdb").code, 0);
+}
+
 TEST_F(Vdln, AFullDiskBehindStandardOutputIsAFailure) {
     output("$VDLN create a.mdb");
     for (const char* command : {"records a.mdb", "drives", "--help", "dump a.mdb"}) {

@@ -1,7 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <numeric>
 #include <random>
+#include <utility>
+#include <vector>
 
 #include "search/breakdown.h"
 #include "search/byte_search.h"
@@ -10,6 +16,7 @@
 #include "search/exporter.h"
 #include "search/highlight.h"
 #include "search/query_edit.h"
+#include "search/text_fold.h"
 #include "tests/search/search_fixture.h"
 
 namespace {
@@ -28,8 +35,15 @@ base::ScanEntry entry(const std::string& path, const std::string& name, std::int
     return result;
 }
 
-std::vector<search::DuplicateGroup> duplicatesOf(const std::shared_ptr<const search::Index>& index,
-                                                 search::SameBy sameBy = {}) {
+/// A group with rows of its own.
+struct Group : search::DuplicateGroup {
+    explicit Group(const search::DuplicateGroup& found)
+        : DuplicateGroup(found), rows(found.rows.begin(), found.rows.end()) {}
+    std::vector<Row> rows;
+};
+
+std::vector<Group> duplicatesOf(const std::shared_ptr<const search::Index>& index,
+                                search::SameBy sameBy = {}) {
     std::vector<Row> rows(index->size());
     for (Row row = 0; row < rows.size(); ++row) {
         rows[row] = row;
@@ -37,7 +51,7 @@ std::vector<search::DuplicateGroup> duplicatesOf(const std::shared_ptr<const sea
     search::DuplicateSearch work(*index, rows, sameBy);
     while (!work.run(search::Budget(std::chrono::milliseconds(0)))) {
     }
-    return work.groups();
+    return {work.groups().begin(), work.groups().end()};
 }
 
 TEST(Duplicates, EqualFoldersAreOneGroupAndWhatIsInThemIsNotListedAgain) {
@@ -98,6 +112,38 @@ search::ExportOptions nameOnly() {
     search::ExportOptions options;
     options.columns = {search::ResultColumn::Name};
     return options;
+}
+
+TEST(Duplicates, ManyGroupsComeInTheOrderOfTheBytesTheyWaste) {
+    std::mt19937 random(5);
+    std::vector<base::ScanEntry> entries;
+    std::map<std::pair<std::string, int>, std::vector<Row>> plain;
+    for (Row row = 0; row < 40000; ++row) {
+        const std::string name = "name " + std::to_string(random() % 6000);
+        const int size = static_cast<int>(1 + random() % 3);
+        entries.push_back(entry("1:\\" + std::to_string(random() % 50), name, size));
+        plain[{name, size}].push_back(row);
+    }
+    std::vector<std::vector<Row>> expected;
+    for (const auto& [same, rows] : plain) {
+        if (rows.size() > 1) {
+            expected.push_back(rows);
+        }
+    }
+    const auto wasted = [&](const std::vector<Row>& rows) {
+        return static_cast<int>(rows.size() - 1) * entries[rows[0]].Size;
+    };
+    std::ranges::sort(expected, [&](const auto& left, const auto& right) {
+        return wasted(left) != wasted(right) ? wasted(left) > wasted(right)
+                                             : left.front() < right.front();
+    });
+    std::vector<std::vector<Row>> found;
+    for (const Group& group : duplicatesOf(support::indexOf(entries))) {
+        EXPECT_EQ(group.wasted, wasted(group.rows));
+        found.push_back(group.rows);
+    }
+    EXPECT_GT(found.size(), 8192U);
+    EXPECT_EQ(found, expected);
 }
 
 TEST(Export, CsvQuotesWhatNeedsIt) {
@@ -264,6 +310,45 @@ TEST(SearchRun, OrdersAsAStableSortDoes) {
                 << line << " of " << count;
         }
     }
+}
+
+TEST(SearchRun, OrdersByTextsThatManyEntriesShare) {
+    std::mt19937 random(17);
+    std::vector<base::ScanEntry> entries;
+    for (int i = 0; i < 30000; ++i) {
+        // Some folders differ in letter case alone, and are at one place then.
+        const std::string folder = (random() % 2 == 0 ? "Folder " : "folder ");
+        entries.push_back(entry("1:\\" + folder + std::to_string(random() % 9000), "n", i));
+        entries.back().keywords = random() % 3 == 0 ? "" : "kw" + std::to_string(random() % 20);
+    }
+    const auto index = support::indexOf(entries);
+    const auto keysOf = [&](Row row) {
+        return std::pair(search::foldedText(entries[row].path),
+                         search::foldedText(entries[row].keywords));
+    };
+    std::vector<Row> expected(entries.size());
+    std::iota(expected.begin(), expected.end(), 0U);
+    std::ranges::stable_sort(expected, {}, keysOf);
+    EXPECT_EQ(search::findRows(index, search::parseQuery("sort:folder,kw", 0)), expected);
+    std::ranges::sort(expected);
+    std::ranges::stable_sort(expected, std::ranges::greater{},
+                             [&](Row row) { return keysOf(row).second; });
+    EXPECT_EQ(search::findRows(index, search::parseQuery("sort:-kw", 0)), expected);
+}
+
+TEST(SearchRun, ItsHitsMayBeKeptBeyondIt) {
+    const auto index = support::indexOf(
+        {entry("1:", "b", 2), entry("1:", "a", 1), entry("1:", "c", 3), entry("1:", "x", 9)});
+    auto run = std::make_unique<search::SearchRun>(
+        index, search::parseQuery("size:<5 sort:-size limit:2", 0));
+    EXPECT_EQ(run->sharedHits(), nullptr);
+    EXPECT_EQ(run->ascendingHits(), nullptr);
+    run->run(search::Budget::unlimited());
+    const auto hits = run->sharedHits();
+    const auto ascending = run->ascendingHits();
+    run.reset();
+    EXPECT_EQ(*hits, (std::vector<Row>{2, 0}));
+    EXPECT_EQ(*ascending, (std::vector<Row>{0, 2}));
 }
 
 }  // namespace

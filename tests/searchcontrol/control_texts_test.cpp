@@ -117,8 +117,23 @@ TEST_F(ControlTextsTest, TheTermsOfAnEntryTakeItIn) {
             }
         }
     }
-    EXPECT_EQ(folderTerm(*index, rowOf("img1")), "dir:\"\\photos\\2004\"");
+    EXPECT_EQ(folderTerm(*index, rowOf("img1")), "path:start:\"1:\\photos\\2004\\\"");
+    EXPECT_EQ(found(index, folderTerm(*index, rowOf("img1"))), (Keys{"img1", "img2", "strand"}));
     EXPECT_EQ(extensionTerm(*index, rowOf("photos")), "");
+}
+
+TEST_F(ControlTextsTest, TheTermOfAFolderLeavesItsNeighboursAndOtherMediaOut) {
+    std::vector<base::ScanEntry> entries;
+    for (const char* path :
+         {"1:\\trip", "1:\\trip\\day 1", "1:\\trip 2", "1:\\my\\trip", "2:\\trip"}) {
+        entries.push_back(golden::scanEntry(golden::entries()[2]));
+        entries.back().path = path;
+        entries.back().mediaId = path[0] - '0';
+    }
+    const auto neighbours = support::indexOf(entries);
+    const std::string term = folderTerm(*neighbours, 0);
+    EXPECT_EQ(search::findRows(neighbours, search::parseQuery(term + " sort:folder", 0)),
+              (std::vector<search::Row>{0, 1}));
 }
 
 TEST_F(ControlTextsTest, ExamplesOfTheSyntaxCardComeFromTheArchive) {

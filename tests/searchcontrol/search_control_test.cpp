@@ -4,10 +4,12 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
 #include <QHeaderView>
+#include <QImage>
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
@@ -200,6 +202,23 @@ TEST_F(SearchControlTest, AWordThatCannotBeUnderstoodYetKeepsTheHitsOfTheLineBef
     line()->setText("regex:(");
     waitUntilDone();
     EXPECT_EQ(rows(), static_cast<int>(golden::entries().size()));
+}
+
+TEST_F(SearchControlTest, AWordThatIsTypedInTheMiddleKeepsTheHitsOfTheLineBefore) {
+    openGolden();
+    search("regex:img ext:jpg medium:1");
+    const Names before = names();
+    ASSERT_EQ(before.size(), 2U);
+    line()->setCursorPosition(9);
+    for (const char* typed : {"_", "0*", "("}) {
+        QTest::keyClicks(line(), typed);
+        waitUntilDone();
+        EXPECT_EQ(names(), before) << query();
+    }
+    EXPECT_EQ(query(), "regex:img_0*( ext:jpg medium:1");
+    QTest::keyClicks(line(), "1)");
+    waitUntilDone();
+    EXPECT_EQ(names(), Names{"IMG_0001.jpg"});
 }
 
 TEST_F(SearchControlTest, AnUnknownFieldIsPlainTextAndTheStatusSaysSo) {
@@ -471,6 +490,66 @@ TEST_F(SearchControlTest, EveryFacetFindsAsManyAsItSays) {
     }
 }
 
+TEST_F(SearchControlTest, ALongListOfFacetsIsShownWholeWhenItsLastLineIsClicked) {
+    std::vector<base::ScanEntry> entries;
+    for (int i = 0; i < 15; ++i) {
+        entries.push_back(golden::scanEntry(golden::entries()[2]));
+        entries.back().FileName = "file.x" + std::to_string(100 + i);
+    }
+    writeArchive("kinds.mdb", golden::media(), entries);
+    open("kinds.mdb");
+    QTreeWidgetItem* const group = facet("Extensions", "x100")->parent();
+    ASSERT_EQ(group->childCount(), 11);
+    EXPECT_EQ(group->child(10)->text(0), "All 15\u2026");
+    clickFacet(group->child(10));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return group->childCount() == 15; }, patience));
+    clickFacet(group->child(14));
+    EXPECT_EQ(query(), "ext:x114");
+}
+
+TEST_F(SearchControlTest, WhatIsSelectedIsCountedAndSummedUp) {
+    openGolden();
+    EXPECT_EQ(selectionStatus(), "");
+    search("ext:jpg");
+    press(Qt::Key_Down);
+    press(Qt::Key_A, Qt::ControlModifier);
+    waitUntilDone();
+    EXPECT_EQ(selectionStatus(), "5 selected, 16.0 KB");
+    search("ext:avi;jpg sort:size");
+    press(Qt::Key_Down);
+    // Two stretches of the table, the second of a size that is not known.
+    table()->selectionModel()->select(table()->model()->index(5, 0),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    waitUntilDone();
+    EXPECT_EQ(selectionStatus(), "2 selected, at least 2.0 GB");
+    // Painted headings must not look through millions of selected rows.
+    EXPECT_NE(table()->horizontalHeader()->selectionModel(), table()->selectionModel());
+}
+
+TEST_F(SearchControlTest, MatchedLettersAreEmphasised) {
+    openGolden();
+    const auto picture = [&](const char* query) {
+        search(query);
+        EXPECT_EQ(rows(), 1) << query;
+        const QRect place = table()->visualRect(table()->model()->index(0, Name));
+        return table()->viewport()->grab(place).toImage();
+    };
+    const QImage plain = picture("note:anna");
+    EXPECT_EQ(picture("note:anna file:"), plain);
+    EXPECT_NE(picture("strand"), plain);
+    EXPECT_NE(picture("strand"), picture("am strand"));
+}
+
+TEST_F(SearchControlTest, NumbersStandBelowTheEndOfTheirHeading) {
+    openGolden();
+    const auto aligned = [&](int column) {
+        return table()->model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt() &
+               Qt::AlignHorizontal_Mask;
+    };
+    EXPECT_EQ(aligned(Size), Qt::AlignRight);
+    EXPECT_EQ(aligned(Name), Qt::AlignLeft);
+}
+
 TEST_F(SearchControlTest, TheDetailsTellOfTheCurrentEntry) {
     openGolden();
     search("img_0002");
@@ -642,6 +721,64 @@ TEST_F(SearchControlTest, CancellingTheKeywordsWritesNothing) {
     EXPECT_EQ(folder.read("golden.mdb"), before);
 }
 
+TEST_F(SearchControlTest, KeywordsThatWouldBeTooLongAreRefusedBeforeAnythingIsWritten) {
+    openGolden();
+    search("ext:jpg medium:1");
+    press(Qt::Key_Down);
+    press(Qt::Key_A, Qt::ControlModifier);
+    whenModal([](QDialog& dialog) {
+        auto* keywords = dialog.findChild<QLineEdit*>("inputKeywords");
+        QTest::keyClicks(keywords, QString(250, 'x'));
+        press(dialog, Qt::Key_Return);
+    });
+    press(Qt::Key_K, Qt::ControlModifier);
+    waitUntilDone();
+    ASSERT_EQ(boundary.failures.size(), 1U);
+    EXPECT_NE(boundary.failures[0].find("keywords"), std::string::npos) << boundary.failures[0];
+    expectedFailures = boundary.failures;
+    EXPECT_EQ(storedKeywords("IMG_0001.jpg"), "holiday, beach||");
+    EXPECT_EQ(storedKeywords("img_0002.JPG"), "Holiday||");
+    EXPECT_FALSE(control->findChild<QAction*>("actionUndo")->isEnabled());
+}
+
+TEST_F(SearchControlTest, KeywordsAreRefusedWhileAnotherProgramHasTheArchive) {
+    openGolden();
+    search("medium:1 img_0001");
+    press(Qt::Key_Down);
+    const std::string before = folder.read("golden.mdb");
+    auto other = lockedArchive();
+    whenModal([](QDialog& dialog) {
+        QTest::keyClicks(dialog.findChild<QLineEdit*>("inputNotes1"), "a note");
+        press(dialog, Qt::Key_Return);
+    });
+    press(Qt::Key_K, Qt::ControlModifier);
+    other.reset();
+    ASSERT_EQ(boundary.failures.size(), 1U);
+    EXPECT_NE(boundary.failures[0].find("in use"), std::string::npos) << boundary.failures[0];
+    expectedFailures = boundary.failures;
+    EXPECT_EQ(folder.read("golden.mdb"), before);
+}
+
+TEST_F(SearchControlTest, AnExportOfAllColumnsHasHiddenOnesTooAndNeutralisesFormulas) {
+    base::ScanEntry entry = golden::scanEntry(golden::entries()[2]);
+    entry.FileName = "=1+1.jpg";
+    writeArchive("formulas.mdb", golden::media(), {entry});
+    open("formulas.mdb");
+    whenModal([&](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>("textFile")->setText(text(folder.pathOf("all.csv")));
+        dialog.findChild<QCheckBox*>("checkShownColumns")->setChecked(false);
+        dialog.findChild<QCheckBox*>("checkFormulas")->setChecked(true);
+        press(dialog, Qt::Key_Return);
+    });
+    press(Qt::Key_E, Qt::ControlModifier);
+    waitUntilDone();
+    const std::string csv = folder.read("all.csv");
+    EXPECT_TRUE(
+        csv.starts_with("Name,Medium,Folder,Size,Modified,Type,Keywords,Notes 1,Notes "
+                        "2,Created,Copies\r\n'=1+1.jpg,"))
+        << csv;
+}
+
 TEST_F(SearchControlTest, AnExportWritesTheShownColumnsOfAllHits) {
     openGolden();
     search("ext:txt medium:3 sort:name");
@@ -672,6 +809,17 @@ TEST_F(SearchControlTest, TheExportsFileFollowsTheFormat) {
     press(Qt::Key_E, Qt::ControlModifier);
     waitUntilDone();
     EXPECT_EQ(folder.read("out.json").substr(0, 1), "{");
+}
+
+TEST_F(SearchControlTest, EveryLetterOfTheExportWindowLeadsToAField) {
+    openGolden();
+    whenModal([](QDialog& dialog) {
+        for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+            EXPECT_NE(label->buddy(), nullptr) << label->text().toStdString();
+        }
+        press(dialog, Qt::Key_Escape);
+    });
+    press(Qt::Key_E, Qt::ControlModifier);
 }
 
 TEST_F(SearchControlTest, AnExportThatCannotBeWrittenIsAFailureOfItsOwn) {
@@ -753,6 +901,49 @@ TEST_F(SearchControlTest, DuplicatesAreGroupedAndLeadToTheirQuery) {
     waitUntilDone();
     EXPECT_EQ(find<QTabWidget>("tabSearch")->currentIndex(), 0);
     EXPECT_EQ(rows(), 3);
+}
+
+TEST_F(SearchControlTest, DuplicatesAreSortedBehindIdenticalFoldersAndTheCurrentGroupStays) {
+    std::vector<base::ScanEntry> entries;
+    const auto add = [&](const char* path, const char* name, const char* kind, int size) {
+        base::ScanEntry entry = golden::scanEntry(golden::entries()[2]);
+        entry.path = path;
+        entry.FileName = name;
+        entry.Folder = kind;
+        entry.Size = size;
+        entry.mediaId = path[0] - '0';
+        entries.push_back(entry);
+    };
+    for (const char* path : {"1:", "2:"}) {
+        add(path, "same", "folder", 0);
+        add((std::string(path) + "\\same").c_str(), "inside.txt", "file", 5);
+        add(path, "a.txt", "file", 100);
+        add(path, "c.txt", "file", 300);
+        add(path, "b.txt", "file", 900);
+    }
+    writeArchive("folders.mdb", golden::media(), entries);
+    open("folders.mdb");
+    find<QTabWidget>("tabSearch")->setCurrentIndex(1);
+    waitUntilDone();
+    auto* groups = find<QTableView>("listDuplicates");
+    const auto shown = [&] {
+        Names result;
+        for (int row = 0; row < groups->model()->rowCount(); ++row) {
+            result.push_back(groups->model()->index(row, 0).data().toString().toStdString());
+        }
+        return result;
+    };
+    EXPECT_EQ(shown(), (Names{"same", "b.txt", "c.txt", "a.txt"}));
+    EXPECT_EQ(groups->model()->index(0, 1).data().toString(), "identical folders");
+    groups->selectRow(1);
+    groups->sortByColumn(0, Qt::DescendingOrder);
+    waitUntilDone();
+    EXPECT_EQ(shown(), (Names{"same", "c.txt", "b.txt", "a.txt"}));
+    EXPECT_EQ(groups->currentIndex().row(), 2);
+    EXPECT_TRUE(find<QListWidget>("listPlaces")->item(0)->text().endsWith("b.txt"));
+    groups->sortByColumn(4, Qt::AscendingOrder);
+    waitUntilDone();
+    EXPECT_EQ(shown(), (Names{"same", "a.txt", "c.txt", "b.txt"}));
 }
 
 TEST_F(SearchControlTest, DuplicatesAreNarrowedByTheQuery) {

@@ -1,16 +1,23 @@
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
+#include <algorithm>
 
 #include "archive/archive_table.h"
 #include "archive/makedb.h"
 #include "archive/media_rows.h"
 #include "archive/record_rows.h"
+#include "jet/checker.h"
 #include "jet/engine.h"
 #include "platform/file_private_profile.h"
+#include "save/form_save.h"
+#include "scan/form_scan.h"
 #include "search/form_search.h"
 #include "shell/archive_tree.h"
 #include "shell/desktop.h"
@@ -18,7 +25,9 @@
 #include "shell/form_main.h"
 #include "shell/record_list.h"
 #include "shell/workspace.h"
+#include "tests/archive/archive_fixture.h"
 #include "tests/explore/sample_rows.h"
+#include "tests/shell/modal.h"
 #include "tests/shell/test_application.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/scripted_file_dialogs.h"
@@ -98,6 +107,15 @@ class SearchDesktopTest : public testing::Test {
         }
         return names;
     }
+    void choose(const char* action) {
+        desktop.mainWindow()->findChild<QAction*>(action)->trigger();
+    }
+    static void click(QWidget* window, const char* button) {
+        QTest::mouseClick(window->findChild<QPushButton*>(button), Qt::LeftButton);
+    }
+    std::vector<std::string> column(const char* field) {
+        return support::ArchiveTables(engine).column(state.currentArchive(), "main", field);
+    }
     std::string obstacle() {
         return desktop.searchWindow()->findChild<QLabel*>("labelObstacle")->text().toStdString();
     }
@@ -165,6 +183,42 @@ TEST_F(SearchDesktopTest, AFolderIsShownByWhatIsInIt) {
     EXPECT_EQ(node(), "1:\\photos");
     EXPECT_EQ(desktop.mainWindow()->workspace().list()->records().rowCount(), 2);
     EXPECT_TRUE(selectedRecords().empty());
+}
+
+TEST_F(SearchDesktopTest, KeywordsAreGivenInTheMiddleOfASave) {
+    installLibrary();
+    openArchive();
+    support::FakeDrive& drive = machine.machineDrives.add('d', "NEW", 4);
+    drive.totalBytes = 650ULL << 20;
+    for (int i = 0; i < 200; ++i) {
+        machine.disk.addFile("d:\\file" + std::to_string(i), 1);
+    }
+    desktop.showMainWindow();
+    chooseSearch();
+    search("photos jpg", 2);
+    choose("mnuArchScan");
+    desktop.scanWindow()->findChild<QLineEdit*>("inputMediaName")->setText("new");
+    click(desktop.scanWindow(), "btnScan");
+    choose("mnuArchSave");
+    std::vector<std::size_t> stored;
+    QTimer::singleShot(0, [&] {
+        support::whenModal<QDialog>([&](QDialog& dialog) {
+            stored.push_back(column("filename").size());
+            QTest::keyClicks(dialog.findChild<QLineEdit*>("inputKeywords"), "sea");
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+        results()->selectAll();
+        desktop.searchWindow()->findChild<QAction*>("actionKeywords")->trigger();
+        stored.push_back(column("filename").size());
+    });
+    click(desktop.saveWindow(), "btnArchive");
+    ASSERT_EQ(stored.size(), 2U);
+    EXPECT_LT(stored.back(), 204U) << "the save was over already";
+    EXPECT_EQ(column("filename").size(), 204U);
+    const std::vector<std::string> keywords = column("keywords");
+    EXPECT_EQ(std::ranges::count(keywords, "sea"), 2);
+    EXPECT_EQ(std::ranges::count(keywords, ""), 202);
+    EXPECT_TRUE(jet::checkDatabase(*machine.opener, folder.pathOf("a.mdb")).isSound());
 }
 
 TEST_F(SearchDesktopTest, WithoutTheLibraryTheProgramStartsAndTheWindowSaysSo) {
