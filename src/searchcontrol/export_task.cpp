@@ -26,8 +26,10 @@ void ExportTask::start(const QString& file, ChosenEntries entries, search::Expor
     if (!file_->open(QIODevice::WriteOnly)) {
         fail();
     }
+    // Converted here: that this is a sink is known to nobody else.
+    search::ExportSink& sink = *this;
     exporter_ = std::make_unique<search::Exporter>(*entries_.index, entries_.rows, format,
-                                                   std::move(options), *this);
+                                                   std::move(options), sink);
     slices_.start([this](const search::Budget& budget) { return exportOn(budget); });
 }
 
