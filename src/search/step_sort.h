@@ -15,10 +15,14 @@ class StepSort {
   public:
     explicit StepSort(Less less) : less_(std::move(less)) {}
 
+    /// Begins anew, also in the middle of an earlier sort.
     void start(std::vector<Element> elements) {
         elements_ = std::move(elements);
+        merged_.clear();
         sorted_ = 0;
         width_ = stretch;
+        start_ = 0;
+        isMerging_ = false;
     }
 
     /// One step; true when all is in order.
