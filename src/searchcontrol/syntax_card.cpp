@@ -47,7 +47,7 @@ std::string archiveExample(const search::Index& index, std::string_view field) {
         return mostFrequentTerm(index, search::Grouping::Year);
     }
     if (field == "kw:") {
-        const auto known = index.knownKeywords();
+        const auto& known = index.knownKeywords();
         return known.empty()
                    ? std::string()
                    : "kw:" +
