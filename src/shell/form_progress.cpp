@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QProgressBar>
+#include <QStyleOptionProgressBar>
 #include <QTimerEvent>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -22,6 +23,12 @@ class Bar : public QProgressBar {
   public:
     using QProgressBar::QProgressBar;
     QString text() const override { return updatesEnabled() ? QProgressBar::text() : QString(); }
+
+  protected:
+    void initStyleOption(QStyleOptionProgressBar* option) const override {
+        QProgressBar::initStyleOption(option);
+        option->textVisible = option->textVisible && updatesEnabled();
+    }
 };
 
 /// The bar's numbers are narrower than the count of an archive's records may be.
