@@ -210,6 +210,8 @@ void SearchControl::createActions() {
         action->setObjectName(description.name);
         action->setShortcut(description.keys);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        // Keys that are held down would open the same file again and again.
+        action->setAutoRepeat(false);
         connect(action, &QAction::triggered, this, guarded(description.handler));
         addAction(action);
     }

@@ -624,6 +624,16 @@ TEST_F(SearchControlTest, CopiesAreFoundAndPlacesExcludedByTheLine) {
     EXPECT_EQ(query(), "!ext:txt");
 }
 
+TEST_F(SearchControlTest, NoActionIsRepeatedWhileItsKeysAreHeldDown) {
+    openGolden();
+    int actions = 0;
+    for (const QAction* action : control->actions()) {
+        EXPECT_FALSE(action->autoRepeat()) << action->objectName().toStdString();
+        ++actions;
+    }
+    EXPECT_GT(actions, 5);
+}
+
 TEST_F(SearchControlTest, KeywordsOfOneEntryAreSetAndTakenBack) {
     openGolden();
     search("medium:1 img_0001");
