@@ -2,17 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <string_view>
+
+#include "base/text.h"
 
 namespace cli {
-namespace {
-
-std::string withoutOuterBlanks(const std::string& text) {
-    const std::size_t start = text.find_first_not_of(' ');
-    return start == std::string::npos ? std::string()
-                                      : text.substr(start, text.find_last_not_of(' ') + 1 - start);
-}
-
-}  // namespace
 
 void addArchiveArgument(CLI::App& app, const std::string& name, const std::string& description,
                         std::string& path) {
@@ -29,7 +23,7 @@ std::vector<std::string> listedNames(const std::string& list) {
     std::vector<std::string> names;
     for (std::size_t start = 0; start <= list.size();) {
         const std::size_t end = std::min(list.find(',', start), list.size());
-        names.push_back(withoutOuterBlanks(list.substr(start, end - start)));
+        names.emplace_back(base::trimmedBlanks(std::string_view(list).substr(start, end - start)));
         start = end + 1;
     }
     return names;

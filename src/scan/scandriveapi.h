@@ -22,8 +22,7 @@ namespace scan {
 /// What becomes of numbers that leave the range of the desktop's scan.
 enum class WalkLimits {
     /// They fail the walk with an OverflowFailure: a size whose low minus high half leaves 32 bits,
-    /// a
-    /// high half of -2^31, the 32,768th subfolder of one folder.
+    /// a high half of -2^31, the 32,768th subfolder of one folder.
     Checked,
     /// Such a size is stored as its low 32 bits; it and every other one of 4 GiB or more, which the
     /// size rule changes, is reported as SizeFit::Cut. A folder may have any number of subfolders.

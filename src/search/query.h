@@ -133,6 +133,17 @@ struct Node {
     ExtensionCondition extension;
     PropertyCondition property;
 
+    /// All or any of some conditions, at least one; one alone is just that.
+    static Node joined(Kind kind, std::vector<Node> parts) {
+        if (parts.size() == 1) {
+            return std::move(parts.front());
+        }
+        Node node;
+        node.kind = kind;
+        node.parts = std::move(parts);
+        return node;
+    }
+
     bool isEverything() const { return kind == Kind::And && parts.empty(); }
     friend bool operator==(const Node&, const Node&) = default;
 };

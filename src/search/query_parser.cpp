@@ -30,7 +30,7 @@ class Parser {
             place_ += place_ < tokens_.size() ? 1 : 0;
         }
         if (!parts.empty()) {
-            query_.condition = joined(Node::Kind::And, std::move(parts));
+            query_.condition = Node::joined(Node::Kind::And, std::move(parts));
         }
         return std::move(query_);
     }
@@ -41,16 +41,6 @@ class Parser {
     static constexpr int deepest = 100;
 
     bool isNext(Kind kind) const { return place_ < tokens_.size() && tokens_[place_].kind == kind; }
-
-    static Node joined(Node::Kind kind, std::vector<Node> parts) {
-        if (parts.size() == 1) {
-            return std::move(parts.front());
-        }
-        Node node;
-        node.kind = kind;
-        node.parts = std::move(parts);
-        return node;
-    }
 
     std::optional<Node> readAlternatives() {
         std::vector<Node> parts;
@@ -65,7 +55,7 @@ class Parser {
             ++place_;
         }
         return parts.empty() ? std::nullopt
-                             : std::optional(joined(Node::Kind::Or, std::move(parts)));
+                             : std::optional(Node::joined(Node::Kind::Or, std::move(parts)));
     }
 
     std::optional<Node> readSequence() {
@@ -79,7 +69,7 @@ class Parser {
             }
         }
         return parts.empty() ? std::nullopt
-                             : std::optional(joined(Node::Kind::And, std::move(parts)));
+                             : std::optional(Node::joined(Node::Kind::And, std::move(parts)));
     }
 
     std::optional<Node> readTerm() {
@@ -97,12 +87,12 @@ class Parser {
         if (!node || !isNegated) {
             return node;
         }
-        return joined(Node::Kind::Not, *std::move(node));
+        return negated(*std::move(node));
     }
 
-    static Node joined(Node::Kind kind, Node part) {
+    static Node negated(Node part) {
         Node node;
-        node.kind = kind;
+        node.kind = Node::Kind::Not;
         node.parts.push_back(std::move(part));
         return node;
     }

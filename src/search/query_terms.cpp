@@ -126,16 +126,6 @@ Node extensionNode(std::vector<std::string> extensions) {
     return node;
 }
 
-Node groupNode(Node::Kind kind, std::vector<Node> parts) {
-    if (parts.size() == 1) {
-        return std::move(parts.front());
-    }
-    Node node;
-    node.kind = kind;
-    node.parts = std::move(parts);
-    return node;
-}
-
 bool looksAtPaths(TextTarget target) {
     return target == TextTarget::WholePath || target == TextTarget::Folder;
 }
@@ -284,7 +274,7 @@ std::optional<Node> TermReader::withFlags(std::optional<Node> node) {
         parts.push_back(std::move(*node));
     }
     return parts.empty() ? std::nullopt
-                         : std::optional(groupNode(Node::Kind::And, std::move(parts)));
+                         : std::optional(Node::joined(Node::Kind::And, std::move(parts)));
 }
 
 std::optional<Node> TermReader::readPlain(const QueryWord& word) {
@@ -433,7 +423,7 @@ std::optional<Node> TermReader::readExtensions(const QueryWord& value) {
             pattern.isQuoted = {false, true};
             pattern.isQuoted.insert(pattern.isQuoted.end(), word.isQuoted.begin(),
                                     word.isQuoted.end());
-            parts.push_back(groupNode(
+            parts.push_back(Node::joined(
                 Node::Kind::And,
                 {propertyNode(Property::File),
                  textNode(TextTarget::Name, TextMatch::Pattern, patternOf(pattern, {}))}));
@@ -452,7 +442,7 @@ std::optional<Node> TermReader::readExtensions(const QueryWord& value) {
         noteMissing(whatIsMissing(), exampleOf());
         return std::nullopt;
     }
-    return groupNode(Node::Kind::Or, std::move(parts));
+    return Node::joined(Node::Kind::Or, std::move(parts));
 }
 
 std::optional<Node> TermReader::readType(const QueryWord& value) {
@@ -464,7 +454,7 @@ std::optional<Node> TermReader::readType(const QueryWord& value) {
     if (!text || kind == fileKinds.end()) {
         return text;
     }
-    return groupNode(Node::Kind::Or, {extensionNode(listed(kind->extensions)), *text});
+    return Node::joined(Node::Kind::Or, {extensionNode(listed(kind->extensions)), *text});
 }
 
 std::optional<Node> TermReader::readHas(const QueryWord& value) {

@@ -123,14 +123,6 @@ class AtTheSameTimeTest : public support::DesktopTest {
         click(desktop.openWindow(), "btnExistOK");
     }
 
-    RecordList& list() { return *desktop.mainWindow()->workspace().list(); }
-    Texts names() {
-        Texts texts;
-        for (int row = 1; row <= list().records().rowCount(); ++row) {
-            texts.push_back(list().records().text(row, 1));
-        }
-        return texts;
-    }
     int roots() { return desktop.mainWindow()->workspace().tree()->topLevelItemCount(); }
     bool hasNode(const std::string& key) {
         return desktop.mainWindow()->workspace().tree()->node(key) != nullptr;

@@ -8,6 +8,7 @@
 #include <QTest>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "base/program_state.h"
 #include "jet/engine.h"
@@ -21,6 +22,8 @@
 #include "shell/form_main.h"
 #include "shell/form_progress.h"
 #include "shell/form_splash.h"
+#include "shell/record_list.h"
+#include "shell/workspace.h"
 #include "tests/shell/test_application.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/scripted_file_dialogs.h"
@@ -73,6 +76,14 @@ class DesktopTest : public testing::Test {
     }
     bool holds(const std::string& text) const {
         return messages.asked.back().text.find(text) != std::string::npos;
+    }
+    shell::RecordList& list() { return *desktop.mainWindow()->workspace().list(); }
+    std::vector<std::string> names() {
+        std::vector<std::string> texts;
+        for (int row = 1; row <= list().records().rowCount(); ++row) {
+            texts.push_back(list().records().text(row, 1));
+        }
+        return texts;
     }
     std::string title() { return desktop.mainWindow()->windowTitle().toStdString(); }
     std::string settings() const { return folder.read("settings/vdln.ini"); }

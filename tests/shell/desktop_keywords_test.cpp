@@ -228,7 +228,6 @@ class KeywordsWindowTest : public DesktopKeywordsTest {
         fillList();
     }
 
-    RecordList& list() { return *desktop.mainWindow()->workspace().list(); }
     void fillList() {
         list().records().removeAllRows();
         std::vector<RecordModel::Row> rows;

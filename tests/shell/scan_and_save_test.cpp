@@ -51,14 +51,6 @@ class ScanAndSaveTest : public support::DesktopTest {
         choose("mnuArchSave");
         click(desktop.saveWindow(), "btnArchive");
     }
-    RecordList& list() { return *desktop.mainWindow()->workspace().list(); }
-    Texts names() {
-        Texts texts;
-        for (int row = 1; row <= list().records().rowCount(); ++row) {
-            texts.push_back(list().records().text(row, 1));
-        }
-        return texts;
-    }
     Texts headings() {
         Texts texts;
         for (int column = 0; column < list().records().columnCount(); ++column) {
